@@ -1,0 +1,34 @@
+/// \file
+/// What the program does to the outside, recorded for who looks at the phone, and the host that carries it out.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "phone.h"
+
+namespace phone {
+
+/// The host of this run. Any thread.
+Host& CurrentHost();
+
+/// Forgets all records; called when a run begins.
+void ResetOutside(Host& host);
+
+void RecordBroadcast(const Broadcast& broadcast);
+void RecordLaunch(const Launch& launch);
+void RecordRegistryWrite(const RegistryWrite& write);
+
+/// Copies of what was recorded so far, in order. Any thread.
+std::vector<Broadcast> Broadcasts();
+std::vector<Launch> Launches();
+std::vector<RegistryWrite> RegistryWrites();
+
+/// The registry of the phone folder: loaded when the phone is switched on. Any thread.
+void LoadRegistry();
+
+/// True while a thread of the program besides the user-interface thread runs. Any thread.
+bool WorkerRuns();
+
+}  // namespace phone
