@@ -1,0 +1,62 @@
+# The targets people type; CMake does the work. `make help` lists them.
+
+BUILD := build
+JOBS := $(shell nproc)
+
+BUILD_PACKAGES := g++ cmake ninja-build pkg-config binutils-mingw-w64-x86-64 libsdl2-dev libpixman-1-dev \
+  libpango1.0-dev libcairo2-dev libfontconfig-dev libpng-dev libxml2-dev libicu-dev nlohmann-json3-dev
+RUN_PACKAGES := fonts-dejavu-core
+TEST_PACKAGES := libgtest-dev
+LINT_PACKAGES := clang-format clang-tidy
+
+.PHONY: help build run test tour lint format asan tsan install clean
+
+help: ## list these targets
+	@grep -hE '^[a-z]+:.*##' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## /  make \1|/' | column -t -s '|'
+
+build: ## the release build: build/quillmark and build/quillmark-headless
+	@scripts/install-packages.sh $(BUILD_PACKAGES)
+	@cmake --preset release -DQUILLMARK_TESTS=OFF >$(BUILD)-configure.log 2>&1 || { cat $(BUILD)-configure.log; exit 1; }
+	@rm -f $(BUILD)-configure.log
+	cmake --build $(BUILD) --target quillmark quillmark-headless -j $(JOBS)
+
+run: build ## open the phone; with no display, play the tour and name its pictures
+	@scripts/install-packages.sh $(RUN_PACKAGES)
+	@if [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ]; then exec $(BUILD)/quillmark; \
+	else echo "There is no display here: playing the tour instead."; $(MAKE) --no-print-directory tour; fi
+
+tour: build ## the program's main job, headless: pictures and the saved layout in build/tour
+	@scripts/install-packages.sh $(RUN_PACKAGES)
+	scripts/tour.sh $(BUILD)/quillmark-headless $(BUILD)/tour
+
+# A preset's tests: configure, build, run.
+define run_tests
+	@scripts/install-packages.sh $(BUILD_PACKAGES) $(RUN_PACKAGES) $(TEST_PACKAGES)
+	cmake --preset $(1) -DQUILLMARK_TESTS=ON
+	cmake --build --preset $(1) -j $(JOBS)
+	ctest --preset $(1) -j $(JOBS)
+endef
+
+test: ## build and run every test
+	$(call run_tests,release)
+
+asan: ## every test under the address, leak and undefined-behaviour sanitizers
+	$(call run_tests,asan)
+
+tsan: ## every test under the thread sanitizer
+	$(call run_tests,tsan)
+
+lint: build ## formatting and static checks
+	@scripts/install-packages.sh $(LINT_PACKAGES)
+	scripts/check-format.sh
+	git ls-files -- '*.cpp' ':!tests' | xargs -n 4 -P $(JOBS) clang-tidy --quiet -p $(BUILD)
+
+format: ## format the sources
+	@scripts/install-packages.sh clang-format
+	git ls-files -z -- '*.cpp' '*.h' | xargs -0 clang-format -i
+
+install: build ## program, data: DESTDIR and PREFIX are respected
+	cmake --install $(BUILD) $(if $(PREFIX),--prefix $(PREFIX))
+
+clean: ## remove the build folder
+	rm -rf $(BUILD)
