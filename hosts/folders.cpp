@@ -1,0 +1,100 @@
+#include "hosts/folders.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <stdexcept>
+#include <system_error>
+
+namespace hosts {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A folder of the installed data, found from where this executable lies; nothing when it is not installed.
+fs::path Installed(const char* name) {
+  std::error_code error;
+  const fs::path executable = fs::read_symlink("/proc/self/exe", error);
+  if (error) return {};
+  fs::path folder = (executable.parent_path() / QUILLMARK_DATA_FROM_PROGRAMS / name).lexically_normal();
+  return fs::is_directory(folder, error) ? folder : fs::path();
+}
+
+fs::path InstalledOr(const char* name, const char* built) {
+  fs::path folder = Installed(name);
+  return folder.empty() ? fs::path(built) : folder;
+}
+
+/// By the XDG base directory rules: relative values are ignored.
+fs::path UserDataFolder() {
+  if (const char* const data = std::getenv("XDG_DATA_HOME"); data && *data == '/') return data;
+  const char* const home = std::getenv("HOME");
+  if (!home || *home != '/') throw std::runtime_error("neither XDG_DATA_HOME nor HOME names a folder");
+  return fs::path(home) / ".local" / "share";
+}
+
+/// Holds a folder for one process at a time, until it goes.
+class FolderLock {
+ public:
+  explicit FolderLock(const fs::path& folder) : descriptor_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    if (descriptor_ < 0 || flock(descriptor_, LOCK_EX) != 0) {
+      const std::system_error failure(errno, std::generic_category(), folder.string());
+      Close();
+      throw failure;
+    }
+  }
+  ~FolderLock() { Close(); }
+  FolderLock(const FolderLock&) = delete;
+  FolderLock& operator=(const FolderLock&) = delete;
+
+  /// Brings what was written on its file system to the disk.
+  void Flush() const { syncfs(descriptor_); }
+
+ private:
+  void Close() {
+    if (descriptor_ >= 0) close(descriptor_);
+  }
+
+  int descriptor_;
+};
+
+/// Installed data may be read-only; the user's copy is for writing.
+void MakeWritable(const fs::path& folder) {
+  constexpr auto add = fs::perm_options::add;
+  fs::permissions(folder, fs::perms::owner_all, add);
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
+    const fs::perms wanted =
+        entry.is_directory() ? fs::perms::owner_all : fs::perms::owner_read | fs::perms::owner_write;
+    fs::permissions(entry, wanted, add);
+  }
+}
+
+/// A copy that was interrupted never has the phone's name: it gets it last, when all of it is on the disk.
+void CopySamplePhone(const fs::path& target) {
+  const FolderLock lock(target.parent_path());
+  if (fs::exists(target)) return;
+  const fs::path unfinished = target.parent_path() / (target.filename().string() + ".unfinished");
+  fs::remove_all(unfinished);
+  fs::copy(InstalledOr("phone", QUILLMARK_SOURCE_PHONE), unfinished, fs::copy_options::recursive);
+  MakeWritable(unfinished);
+  lock.Flush();
+  fs::rename(unfinished, target);
+}
+
+}  // namespace
+
+fs::path ProgramFolder() {
+  return InstalledOr("program", QUILLMARK_BUILT_PROGRAM_FOLDER);
+}
+
+fs::path DefaultPhoneFolder() {
+  const fs::path folder = UserDataFolder() / "quillmark";
+  fs::create_directories(folder);
+  fs::path phone = folder / "phone";
+  if (!fs::exists(phone)) CopySamplePhone(phone);
+  return phone;
+}
+
+}  // namespace hosts

@@ -1,0 +1,16 @@
+/// \file
+/// Where the program's data and the user's phone lie on this machine.
+#pragma once
+
+#include <filesystem>
+
+namespace hosts {
+
+/// The folder with the program's artwork and pages: the installed one, else the one in the build.
+std::filesystem::path ProgramFolder();
+
+/// The user's own phone folder, in the XDG data folder; made as a copy of the sample phone when it is not there yet.
+/// Throws std::runtime_error (std::filesystem::filesystem_error included) when it cannot be made.
+std::filesystem::path DefaultPhoneFolder();
+
+}  // namespace hosts

@@ -1,0 +1,75 @@
+/// \file
+/// What a line of the script asks for, and the state of affairs while it is carried out.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "phone.h"
+
+namespace headless {
+
+/// Fields stand in the order in which they were put in.
+using Reply = nlohmann::ordered_json;
+
+/// A clock that moves only when told. Any thread.
+class ManualClock {
+ public:
+  explicit ManualClock(std::uint32_t tick) : tick_(tick) {}
+  std::uint32_t Now() const { return tick_; }
+  void MoveTo(std::uint32_t tick) { tick_ = tick; }
+  void MoveBy(std::uint32_t milliseconds) { tick_ += milliseconds; }
+
+ private:
+  std::atomic<std::uint32_t> tick_;
+};
+
+/// How the program has ended, and the last look at the phone.
+struct Ending {
+  int exit_code;
+  phone::State state;
+};
+
+struct Execution;
+
+/// A part of a command after which the phone runs until nothing is left to do.
+struct Step {
+  std::function<void(Execution&)> act;
+  bool frame_after = true;  ///< a frame may be painted
+};
+
+/// A command being carried out.
+struct Execution {
+  ManualClock& clock;
+  const std::optional<Ending>& ending;
+  std::deque<Step> steps;  ///< still to be done; a step may add more
+  std::string error;       ///< why the command could not be done; empty when it could
+};
+
+struct Command {
+  std::deque<Step> steps;
+  /// Adds to the reply once the steps are done; may fail, too.
+  std::function<void(Execution&, Reply&)> report;
+  bool after_end = false;  ///< makes sense also when the program has ended
+};
+
+/// Understands a line that is neither blank nor a comment; nothing when it cannot be understood.
+std::optional<Command> ParseCommand(std::string_view line);
+
+/// Asks for an operation to fail as in `OPERATION COUNT AFTER`.
+struct Fault {
+  std::string_view operation;  ///< its name in scripts
+  std::uint64_t count = 1;
+  std::uint64_t after = 0;
+};
+
+/// False when there is no such operation.
+bool Inject(const Fault& fault);
+
+}  // namespace headless

@@ -1,0 +1,62 @@
+#include "hosts/headless/keys.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "aygshell.h"
+#include "hosts/headless/arguments.h"
+#include "phone.h"
+#include "system/text.h"
+
+namespace headless {
+namespace {
+
+struct NamedKey {
+  std::string_view name;
+  UINT code;
+  const char16_t* typed;
+};
+
+constexpr NamedKey kKeys[] = {
+    {"up", VK_UP, u""},         {"down", VK_DOWN, u""},  {"left", VK_LEFT, u""},       {"right", VK_RIGHT, u""},
+    {"action", VK_RETURN, u""}, {"back", VK_TBACK, u""}, {"softleft", VK_TSOFT1, u""}, {"softright", VK_TSOFT2, u""},
+    {"delete", VK_DELETE, u""}, {"home", VK_HOME, u""},  {"end", VK_END, u""},         {"space", VK_SPACE, u" "},
+};
+
+constexpr std::uint32_t kLargestCode = 0xFFFF;
+
+bool IsOneCharacter(const std::u16string& text) {
+  return text.size() == 1 || (text.size() == 2 && text[0] >= 0xD800 && text[0] <= 0xDBFF);
+}
+
+/// Letters and digits have keys of their own, named by the capital letter or the digit.
+UINT CodeOf(char16_t character) {
+  if (character >= u'a' && character <= u'z') return character - u'a' + u'A';
+  if ((character >= u'A' && character <= u'Z') || (character >= u'0' && character <= u'9')) return character;
+  return 0;
+}
+
+}  // namespace
+
+std::optional<Key> KeyByName(std::string_view name) {
+  const auto* const named =
+      std::find_if(std::begin(kKeys), std::end(kKeys), [&](const NamedKey& key) { return key.name == name; });
+  if (named != std::end(kKeys)) return Key{named->code, named->typed};
+  const std::optional<std::u16string> text = phone::ToUtf16(name);
+  if (text && IsOneCharacter(*text)) return Key{CodeOf(text->front()), *text};
+  if (!name.starts_with('#')) return std::nullopt;
+  const auto code = ParseNumber(name.substr(1), 1, kLargestCode);
+  if (!code) return std::nullopt;
+  return Key{static_cast<UINT>(*code), {}};
+}
+
+void Press(const Key& key) {
+  if (key.code) phone::PressKey(key.code);
+  for (const char16_t unit : key.typed) phone::TypeCharacter(unit);
+}
+
+void Release(const Key& key) {
+  if (key.code) phone::ReleaseKey(key.code);
+}
+
+}  // namespace headless

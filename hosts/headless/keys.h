@@ -1,0 +1,24 @@
+/// \file
+/// The keys of the phone by their names in scripts.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "windows.h"
+
+namespace headless {
+
+struct Key {
+  UINT code = 0;         ///< virtual-key code; 0 for a character that no key stands for
+  std::u16string typed;  ///< what the key types
+};
+
+/// A named key, one character, or `#CODE`. Nothing for another name.
+std::optional<Key> KeyByName(std::string_view name);
+
+void Press(const Key& key);
+void Release(const Key& key);
+
+}  // namespace headless

@@ -1,0 +1,15 @@
+/// \file
+/// What the replies tell of the phone.
+#pragma once
+
+#include "hosts/headless/command.h"
+
+namespace headless {
+
+/// What a person could see or hear, and what the program has done so far.
+void DescribeState(Execution& execution, Reply& reply);
+
+/// What the last frame drew, call by call.
+Reply DescribeDrawing();
+
+}  // namespace headless

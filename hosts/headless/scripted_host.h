@@ -1,0 +1,64 @@
+/// \file
+/// The host whose hands are a script and whose clock moves when told.
+#pragma once
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+
+#include "hosts/headless/command.h"
+#include "hosts/headless/script.h"
+
+namespace headless {
+
+class ScriptedHost : public phone::Host {
+ public:
+  ScriptedHost(Script& script, std::ostream& replies, std::uint32_t tick);
+
+  /// The program has ended while the phone is still on: takes the last look at it. The reply to the command that ended
+  /// it waits until the phone is off, so that whoever reads it can start the program again.
+  void EndProgram(int exit_code);
+  /// The phone is off: answers what is left of the script. `with_phone` carries a command out with the phone's files at
+  /// hand.
+  void ServeAfterEnd(const std::function<void(const std::function<void()>&)>& with_phone);
+  /// Number of the line that could not be understood; 0 when all could.
+  int RefusedLine() const { return refused_line_; }
+
+  std::uint32_t TickCount() override { return clock_.Now(); }
+  bool ClockIsManual() const override { return true; }
+  void MoveClockTo(std::uint32_t tick) override { clock_.MoveTo(tick); }
+  bool FrameIsDue() override;
+  void WaitForInput(bool waiting_for_frame) override;
+  void Wake() override { script_.Wake(); }
+  void Present(const phone::ScreenImage&) override {}
+  void ShowCursor(phone::Cursor) override {}
+  void LeaveForeground() override {}
+  void ComeToForeground() override {}
+  bool OpenDocument(const std::string& program, const std::string& document) override;
+
+ private:
+  struct Running {
+    Command command;
+    Execution execution;
+    std::uint64_t frames_before;
+  };
+
+  /// Reads on to the next command. False when the script was interrupted or has ended.
+  bool BeginNext();
+  void TakeStep();
+  Reply Describe();
+  void Answer(const Reply& reply);
+
+  Script& script_;
+  std::ostream& replies_;
+  ManualClock clock_;
+  std::optional<Ending> ending_;
+  std::optional<Running> running_;
+  std::optional<Reply> held_;
+  bool frame_allowed_ = true;
+  std::uint64_t frames_seen_ = 0;
+  bool script_ended_ = false;
+  int refused_line_ = 0;
+};
+
+}  // namespace headless
