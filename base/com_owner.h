@@ -66,3 +66,11 @@ class Bstr {
  private:
   BSTR text_ = nullptr;
 };
+
+/// A text variant that borrows the string.
+inline VARIANT TextVariant(const Bstr& text) noexcept {
+  VARIANT variant = {};
+  variant.vt = VT_BSTR;
+  variant.bstrVal = text.get();
+  return variant;
+}

@@ -25,7 +25,13 @@ struct FixedText {
   bool empty() const noexcept { return units[0] == 0; }
   operator LPCWSTR() const noexcept { return units; }  // NOLINT(google-explicit-constructor): a text is read as one
 
- private:
+  /// Ends a text that may fill all of `units` without a zero.
+  void Terminate() noexcept {
+    units[Capacity - 1] = 0;
+    DropHalfPair();
+  }
+
+  /// Drops the half of a surrogate pair that a cut has left at the very end, also when the platform filled `units`.
   void DropHalfPair() noexcept {
     WCHAR& last = units[Capacity - 2];
     if (last >= 0xD800 && last <= 0xDBFF) last = 0;
