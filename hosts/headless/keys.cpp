@@ -5,6 +5,7 @@
 
 #include "aygshell.h"
 #include "hosts/headless/arguments.h"
+#include "hosts/keys.h"
 #include "phone.h"
 #include "system/text.h"
 
@@ -29,13 +30,6 @@ bool IsOneCharacter(const std::u16string& text) {
   return text.size() == 1 || (text.size() == 2 && text[0] >= 0xD800 && text[0] <= 0xDBFF);
 }
 
-/// Letters and digits have keys of their own, named by the capital letter or the digit.
-UINT CodeOf(char16_t character) {
-  if (character >= u'a' && character <= u'z') return character - u'a' + u'A';
-  if ((character >= u'A' && character <= u'Z') || (character >= u'0' && character <= u'9')) return character;
-  return 0;
-}
-
 }  // namespace
 
 std::optional<Key> KeyByName(std::string_view name) {
@@ -43,7 +37,7 @@ std::optional<Key> KeyByName(std::string_view name) {
       std::find_if(std::begin(kKeys), std::end(kKeys), [&](const NamedKey& key) { return key.name == name; });
   if (named != std::end(kKeys)) return Key{named->code, named->typed};
   const std::optional<std::u16string> text = phone::ToUtf16(name);
-  if (text && IsOneCharacter(*text)) return Key{CodeOf(text->front()), *text};
+  if (text && IsOneCharacter(*text)) return Key{hosts::KeyOfCharacter(text->front()), *text};
   if (!name.starts_with('#')) return std::nullopt;
   const auto code = ParseNumber(name.substr(1), 1, kLargestCode);
   if (!code) return std::nullopt;

@@ -1,0 +1,58 @@
+/// \file
+/// The host that shows the phone in a desktop window and lets the keyboard be its keys.
+#pragma once
+
+#include <SDL.h>
+
+#include <atomic>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "hosts/sdl/document.h"
+#include "hosts/sdl/watcher.h"
+#include "hosts/sdl/window.h"
+#include "phone.h"
+
+namespace sdl {
+
+class SdlHost : public phone::Host {
+ public:
+  /// SDL's video is up already. `scale` as for Window.
+  explicit SdlHost(int scale);
+
+  /// Why there is no window; empty when there is one.
+  const std::string& Failure() const { return failure_; }
+
+  std::uint32_t TickCount() override;
+  bool ClockIsManual() const override { return false; }
+  void MoveClockTo(std::uint32_t) override {}
+  bool FrameIsDue() override;
+  void WaitForInput(bool waiting_for_frame) override;
+  void Wake() override;
+  void Present(const phone::ScreenImage& screen) override;
+  void ShowCursor(phone::Cursor cursor) override;
+  void LeaveForeground() override;
+  void ComeToForeground() override;
+  bool OpenDocument(const std::string& program, const std::string& document) override;
+
+ private:
+  void Handle(const SDL_Event& event);
+  void HandleKey(const SDL_KeyboardEvent& event);
+  void HandleText(const char* text);
+  void HandleWindow(const SDL_WindowEvent& event);
+  void HandleReadable(int descriptor);
+  void ComeBack();
+  void Notify(const std::string& notice);
+
+  Window window_;
+  Watcher watcher_;
+  std::vector<Viewer> viewers_;
+  std::atomic<bool> woken_ = false;
+  std::uint32_t next_frame_ = 0;  ///< tick from which a frame may be painted
+  bool away_ = false;             ///< the program has left the foreground
+  bool notice_shown_ = false;
+  std::string failure_;
+};
+
+}  // namespace sdl
