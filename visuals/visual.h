@@ -95,8 +95,12 @@ class CVisual {
   DWORD anchors = ANCHOR_DEFAULT;
 
  private:
-  void TakeHorizontalLayout() noexcept;
-  void TakeVerticalLayout() noexcept;
-  void LayOutHorizontally() noexcept;
-  void LayOutVertically() noexcept;
+  /// The flags of one axis: `near` is left or top, `far` right or bottom.
+  struct AxisAnchors {
+    DWORD near;
+    DWORD far;
+    DWORD scale;
+  };
+  void TakeMargins() noexcept;
+  void LayOut(VisualProperty& position, VisualProperty& size, INT farMargin, AxisAnchors axis) const noexcept;
 };

@@ -78,6 +78,6 @@ class CVisualGroup : public CVisual {
   ChildNode<CTextVisual>* texts = nullptr;
 
  private:
-  void AdoptChild(CVisual& child, DWORD childAnchors) noexcept;
+  void LayOutNewChild(CVisual& child, DWORD childAnchors) noexcept;
   void FinishStep() noexcept;
 };

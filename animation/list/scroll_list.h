@@ -53,7 +53,7 @@ class CScrollList {
   /// Frees everything the list owns.
   void Destroy() noexcept;
 
-  // --- Motions (list_motions.cpp); each first completes the motions still running ---
+  // --- Motions (list_motions.cpp, list_selection.cpp); each first completes the motions still running ---
 
   /// Selects the previous or next item, or carries the selected one there in move mode. Nothing happens at the ends.
   void MoveUp() noexcept;
@@ -97,4 +97,21 @@ class CScrollList {
   InvalidateProc invalidateCallback = nullptr;
   LPVOID invalidateContext = nullptr;
   std::unique_ptr<CVisualGroup> scrollBar;
+
+ private:
+  struct Way;
+  static const Way kDown;
+  static const Way kUp;
+
+  [[nodiscard]] HRESULT AddMissingSpacers() noexcept;
+  void PlaceFirstHighlights(const CVisualGroup& row) noexcept;
+  bool IsAtEnd(const Way& way) const noexcept;
+  INT RowsAhead(const Way& way) const noexcept;
+  void Move(const Way& way, bool carry) noexcept;
+  void SkipMoves(const Way& way, INT moves) noexcept;
+  void RotateSettledRows(const Way& way, INT places) noexcept;
+  void Rotate(const Way& way, DWORD mask, INT advance, DWORD startTick) noexcept;
+  void Swap(const Way& way, DWORD mask, DWORD startTick) noexcept;
+  void CloseGapFromAbove(DWORD startTick) noexcept;
+  void CloseGapFromBelow(DWORD startTick) noexcept;
 };
