@@ -1,5 +1,6 @@
 /// \file
-/// Pixels that the phone's own parts draw on: the screen, a window's client area. Opaque, 0x00RRGGBB, rows from the top.
+/// Pixels that the phone's own parts draw on: the screen, a window's client area. Opaque, 0x00RRGGBB, rows from the
+/// top.
 #pragma once
 
 #include <cstdint>

@@ -1,0 +1,94 @@
+// Text as the program and the phone's own parts draw it.
+
+#include <string_view>
+
+#include "graphics/face.h"
+#include "graphics/raster.h"
+#include "graphics/surface_pixels.h"
+#include "graphics/trace_recorder.h"
+#include "system/text.h"
+#include "winuser.h"
+
+namespace phone {
+
+namespace {
+
+constexpr COLORREF kBackgroundColor = 0xFFFFFF;  // a context's, which nobody changes
+constexpr std::uint8_t kOpaque = 255;
+
+/// Where the top of a line lies that is centred in a rectangle; each half is truncated.
+std::int64_t CenteredTop(const Area& area, int line_height) noexcept {
+  return area.y + area.height / 2 - line_height / 2;
+}
+
+std::u16string_view TextOf(LPCWSTR text, int length) noexcept {
+  // More code units than any screen shows in one line.
+  constexpr std::size_t kMostUnits = 8192;
+  constexpr int kUpToZero = -1;
+  const std::u16string_view all =
+      length == kUpToZero ? std::u16string_view(text) : std::u16string_view(text, static_cast<std::size_t>(length));
+  return all.size() <= kMostUnits ? all : all.substr(0, CutLength(all, kMostUnits));
+}
+
+/// Draws one line in a rectangle that may lie anywhere; gives the line's height.
+int DrawInArea(DeviceContext& context, std::u16string_view text, const Area& area, UINT format) {
+  Face* face = context.font->face();
+  if (face == nullptr) return 0;
+  Bitmap& target = *context.bitmap;
+  const std::optional<Area> visible = Intersect(area, AreaOf(target));
+  if (!visible) return face->line_height;
+  const std::int64_t top = (format & DT_VCENTER) != 0 ? CenteredTop(area, face->line_height) : area.y;
+  if (!context.transparent) {
+    const Area cell = {area.x, top, CachedLine(*face, text).width, face->line_height};
+    if (const std::optional<Area> filled = Intersect(cell, *visible))
+      FillPixels(target, *filled, kBackgroundColor, kOpaque);
+  }
+  target.drawn_into = true;
+  DrawLineAt(target, *visible, area.x, top + face->ascent, *face, text, context.text_color);
+  return face->line_height;
+}
+
+Ref<Face> FaceOf(const LineStyle& style) {
+  constexpr int kFirstBoldWeight = 550;
+  return FindFace(style.face, style.height, style.weight >= kFirstBoldWeight);
+}
+
+}  // namespace
+
+void DrawLine(Surface& target, const RECT& rect, std::u16string_view text, const LineStyle& style, int scroll) {
+  const Ref<Face> face = FaceOf(style);
+  if (!face) return;
+  const Area area = AreaOf(rect);
+  const std::int64_t baseline = CenteredTop(area, face->line_height) + face->ascent;
+  DrawLineAt(*target.impl().bitmap, area, area.x - scroll, baseline, *face, text, style.color);
+}
+
+int MeasureLine(std::u16string_view text, const LineStyle& style) {
+  const Ref<Face> face = FaceOf(style);
+  return face ? CachedLine(*face, text).width : 0;
+}
+
+std::vector<int> CaretPositions(std::u16string_view text, const LineStyle& style) {
+  const Ref<Face> face = FaceOf(style);
+  return face ? CaretPlaces(*face, text) : std::vector<int>(text.size() + 1);
+}
+
+}  // namespace phone
+
+using namespace phone;
+
+int DrawTextW(HDC dc, LPCWSTR text, int length, RECT* rect, UINT format) {
+  DeviceContext* context = FindContext(dc);
+  if (context == nullptr || text == nullptr || rect == nullptr || length < -1) return 0;
+  try {
+    const Area area = AreaOf(*rect);
+    const bool outside = !Intersect(area, AreaOf(*context->bitmap));
+    const bool traced = TraceEnabled();
+    // What nobody sees is not even measured.
+    const std::u16string_view line = outside && !traced ? std::u16string_view() : TextOf(text, length);
+    if (traced) TraceText(*context, *rect, line, format);
+    return DrawInArea(*context, line, area, format);
+  } catch (...) {
+    return 0;
+  }
+}

@@ -1,0 +1,40 @@
+/// \file
+/// Fonts as the program asks for them.
+#pragma once
+
+#include <string_view>
+
+#include "graphics/face.h"
+#include "graphics/object.h"
+
+namespace phone {
+
+/// What of a font's description counts.
+struct FontRequest {
+  WCHAR face[LF_FACESIZE] = {};  ///< with its zero, zeros after it
+  LONG height = 0;               ///< as in LOGFONTW
+  LONG weight = 0;
+
+  std::u16string_view Name() const noexcept { return face; }
+};
+
+class Font : public GraphicsObject {
+ public:
+  explicit Font(const FontRequest& request) : GraphicsObject(ObjectKind::font), request_(request) {}
+
+  const FontRequest& request() const noexcept { return request_; }
+  int CharacterHeight() const noexcept;  // px, as requested
+  /// Found at the first use; null when the phone has no font at all. Throws std::bad_alloc.
+  Face* face();
+
+  int holders = 0;  ///< how often its handle was given to the program
+
+ private:
+  FontRequest request_;
+  Ref<Face> face_;
+};
+
+/// The font of a new device context.
+Font& StockFont();
+
+}  // namespace phone

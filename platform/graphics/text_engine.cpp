@@ -1,0 +1,165 @@
+#include "graphics/text_engine.h"
+
+#include <fontconfig/fontconfig.h>
+#include <pango/pangocairo.h>
+#include <pango/pangofc-fontmap.h>
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <tuple>
+
+#include "system/text.h"
+
+namespace phone {
+
+namespace {
+
+// Added to the fonts of this machine: what stands in for the program's face, and one way of rendering, whatever the
+// desktop is set to, so that the phone's pictures are the same everywhere.
+constexpr char kFontRules[] = R"(<?xml version="1.0"?>
+<!DOCTYPE fontconfig SYSTEM "fonts.dtd">
+<fontconfig>
+  <match target="pattern">
+    <test name="family"><string>Verdana</string></test>
+    <edit name="family" mode="append" binding="strong"><string>DejaVu Sans</string></edit>
+  </match>
+  <match target="font">
+    <edit name="antialias" mode="assign"><bool>true</bool></edit>
+    <edit name="hinting" mode="assign"><bool>true</bool></edit>
+    <edit name="hintstyle" mode="assign"><const>hintslight</const></edit>
+    <edit name="autohint" mode="assign"><bool>false</bool></edit>
+    <edit name="rgba" mode="assign"><const>none</const></edit>
+    <edit name="lcdfilter" mode="assign"><const>lcdnone</const></edit>
+  </match>
+</fontconfig>
+)";
+
+struct ObjectRelease {
+  void operator()(void* object) const noexcept { g_object_unref(object); }
+};
+
+struct Engine {
+  std::unique_ptr<PangoContext, ObjectRelease> context;  // null without fonts
+  std::unique_ptr<PangoLayout, ObjectRelease> layout;
+};
+
+FcConfig* LoadFonts() {
+  FcConfig* config = FcInitLoadConfigAndFonts();
+  if (config == nullptr) return nullptr;
+  const auto* rules = reinterpret_cast<const FcChar8*>(kFontRules);
+  FcConfigParseAndLoadFromMemory(config, rules, FcTrue);
+  const FcFontSet* system = FcConfigGetFonts(config, FcSetSystem);
+  const FcFontSet* application = FcConfigGetFonts(config, FcSetApplication);
+  if ((system != nullptr && system->nfont > 0) || (application != nullptr && application->nfont > 0)) return config;
+  FcConfigDestroy(config);
+  return nullptr;
+}
+
+void SetFontOptions(PangoContext* context) {
+  cairo_font_options_t* options = cairo_font_options_create();
+  cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
+  cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_SLIGHT);
+  cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_ON);
+  pango_cairo_context_set_font_options(context, options);
+  cairo_font_options_destroy(options);
+}
+
+Engine MakeEngine() {
+  Engine engine;
+  FcConfig* fonts = LoadFonts();
+  if (fonts == nullptr) return engine;
+  const std::unique_ptr<PangoFontMap, ObjectRelease> map(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT));
+  pango_fc_font_map_set_config(PANGO_FC_FONT_MAP(map.get()), fonts);
+  FcConfigDestroy(fonts);
+  engine.context.reset(pango_font_map_create_context(map.get()));
+  SetFontOptions(engine.context.get());
+  pango_context_set_base_dir(engine.context.get(), PANGO_DIRECTION_WEAK_LTR);
+  engine.layout.reset(pango_layout_new(engine.context.get()));
+  pango_layout_set_single_paragraph_mode(engine.layout.get(), TRUE);
+  return engine;
+}
+
+Engine& TheEngine() {
+  static Engine* const engine = new Engine(MakeEngine());
+  return *engine;
+}
+
+/// The language that decides which of the Han typefaces is right, by the other characters of the text. It would be this
+/// machine's language otherwise.
+const char* LanguageOf(std::u16string_view text) noexcept {
+  const char* language = "en";
+  for (const char16_t unit : text) {
+    if (unit >= 0x3040 && unit <= 0x30FF) return "ja";
+    if (unit >= 0xAC00 && unit <= 0xD7A3) return "ko";
+    if (unit >= 0x3400 && unit <= 0x9FFF) language = "zh-cn";
+  }
+  return language;
+}
+
+/// A line break, a tab: what is drawn as one blank.
+bool IsBreak(char16_t unit) noexcept {
+  return (unit >= u'\t' && unit <= u'\r') || unit == 0x85 || unit == 0x2028 || unit == 0x2029;
+}
+
+std::string LineText(std::u16string_view text) {
+  std::u16string line(text);
+  std::replace_if(line.begin(), line.end(), IsBreak, u' ');
+  constexpr char16_t kReplacement = 0xFFFD;
+  std::replace(line.begin(), line.end(), char16_t{0}, kReplacement);
+  return ToUtf8Lossy(line);
+}
+
+using FaceKey = std::tuple<std::u16string, int, bool>;
+
+Ref<Face> MakeFace(const FaceKey& key) {
+  static std::uint32_t faces_made = 0;
+  const auto& [name, height, bold] = key;
+  Ref<Face> face(new Face);
+  face->description.reset(pango_font_description_new());
+  PangoFontDescription* description = face->description.get();
+  pango_font_description_set_family(description, ToUtf8Lossy(name).c_str());
+  pango_font_description_set_absolute_size(description, double{PANGO_SCALE} * height);
+  pango_font_description_set_weight(description, bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
+  const std::unique_ptr<PangoFont, ObjectRelease> font(pango_context_load_font(TheEngine().context.get(), description));
+  if (font == nullptr) return {};
+  PangoFontMetrics* metrics = pango_font_get_metrics(font.get(), nullptr);
+  face->ascent = PANGO_PIXELS(pango_font_metrics_get_ascent(metrics));
+  face->line_height = face->ascent + PANGO_PIXELS(pango_font_metrics_get_descent(metrics));
+  pango_font_metrics_unref(metrics);
+  face->id = ++faces_made;
+  return face;
+}
+
+}  // namespace
+
+void DescriptionRelease::operator()(PangoFontDescription* description) const noexcept {
+  pango_font_description_free(description);
+}
+
+Ref<Face> FindFace(std::u16string_view name, int height, bool bold) {
+  constexpr std::size_t kMostFaces = 64;
+  constexpr int kLargestHeight = 512;  // px; a larger glyph fills the screen just as well
+  static std::map<FaceKey, Ref<Face>> faces;
+  if (TheEngine().context == nullptr) return {};
+  FaceKey key(name, std::clamp(height, 1, kLargestHeight), bold);
+  const auto found = faces.find(key);
+  if (found != faces.end()) return found->second;
+  if (faces.size() >= kMostFaces) std::erase_if(faces, [](const auto& entry) { return entry.second->uses == 1; });
+  Ref<Face> face = MakeFace(key);
+  if (face) faces.emplace(std::move(key), face);
+  return face;
+}
+
+PangoLayout* LayOutLine(const Face& face, std::u16string_view text) {
+  Engine& engine = TheEngine();
+  PangoLayout* layout = engine.layout.get();
+  const std::string line = LineText(text);
+  pango_context_set_language(engine.context.get(), pango_language_from_string(LanguageOf(text)));
+  pango_layout_context_changed(layout);
+  pango_layout_set_font_description(layout, face.description.get());
+  pango_layout_set_text(layout, line.data(), static_cast<int>(line.size()));
+  return layout;
+}
+
+}  // namespace phone

@@ -1,0 +1,16 @@
+/// \file
+/// The libraries that shape and render text, set up once for the phone.
+#pragma once
+
+#include <string_view>
+
+#include "graphics/face.h"
+
+using PangoLayout = struct _PangoLayout;
+
+namespace phone {
+
+/// A line of text laid out with a face, valid until the next call; its one paragraph is its one line.
+PangoLayout* LayOutLine(const Face& face, std::u16string_view text);
+
+}  // namespace phone
