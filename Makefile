@@ -5,7 +5,7 @@ JOBS := $(shell nproc)
 
 BUILD_PACKAGES := g++ cmake ninja-build pkg-config binutils-mingw-w64-x86-64 libsdl2-dev libpixman-1-dev \
   libpango1.0-dev libcairo2-dev libfontconfig-dev libpng-dev libxml2-dev libicu-dev nlohmann-json3-dev
-RUN_PACKAGES := fonts-dejavu-core
+RUN_PACKAGES := fonts-dejavu-core fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji
 TEST_PACKAGES := libgtest-dev
 LINT_PACKAGES := clang-format clang-tidy
 
@@ -15,9 +15,8 @@ help: ## list these targets
 	@grep -hE '^[a-z]+:.*##' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## /  make \1|/' | column -t -s '|'
 
 build: ## the release build: build/quillmark and build/quillmark-headless
-	@scripts/install-packages.sh $(BUILD_PACKAGES)
-	@cmake --preset release -DQUILLMARK_TESTS=OFF >$(BUILD)-configure.log 2>&1 || { cat $(BUILD)-configure.log; exit 1; }
-	@rm -f $(BUILD)-configure.log
+	@scripts/install-packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES)
+	cmake --preset release
 	cmake --build $(BUILD) --target quillmark quillmark-headless -j $(JOBS)
 
 run: build ## open the phone; with no display, play the tour and name its pictures
@@ -32,7 +31,7 @@ tour: build ## the program's main job, headless: pictures and the saved layout i
 # A preset's tests: configure, build, run.
 define run_tests
 	@scripts/install-packages.sh $(BUILD_PACKAGES) $(RUN_PACKAGES) $(TEST_PACKAGES)
-	cmake --preset $(1) -DQUILLMARK_TESTS=ON
+	cmake --preset $(1)
 	cmake --build --preset $(1) -j $(JOBS)
 	ctest --preset $(1) -j $(JOBS)
 endef
