@@ -1,0 +1,67 @@
+#include "system/outside.h"
+
+#include <atomic>
+#include <mutex>
+#include <stdexcept>
+
+namespace phone {
+
+namespace {
+
+struct Records {
+  std::vector<Broadcast> broadcasts;
+  std::vector<Launch> launches;
+  std::vector<RegistryWrite> registry_writes;
+};
+
+std::mutex records_mutex;
+Records records;
+std::atomic<Host*> current_host{nullptr};
+
+template <typename Record>
+void Add(std::vector<Record> Records::*list, const Record& record) {
+  const std::lock_guard lock(records_mutex);
+  (records.*list).push_back(record);
+}
+
+template <typename Record>
+std::vector<Record> CopyOf(std::vector<Record> Records::*list) {
+  const std::lock_guard lock(records_mutex);
+  return records.*list;
+}
+
+}  // namespace
+
+Host& CurrentHost() {
+  Host* const host = current_host;
+  if (!host) throw std::logic_error("the phone is switched off");
+  return *host;
+}
+
+void ResetOutside(Host& host) {
+  const std::lock_guard lock(records_mutex);
+  current_host = &host;
+  records = {};
+}
+
+void RecordBroadcast(const Broadcast& broadcast) {
+  Add(&Records::broadcasts, broadcast);
+}
+void RecordLaunch(const Launch& launch) {
+  Add(&Records::launches, launch);
+}
+void RecordRegistryWrite(const RegistryWrite& write) {
+  Add(&Records::registry_writes, write);
+}
+
+std::vector<Broadcast> Broadcasts() {
+  return CopyOf(&Records::broadcasts);
+}
+std::vector<Launch> Launches() {
+  return CopyOf(&Records::launches);
+}
+std::vector<RegistryWrite> RegistryWrites() {
+  return CopyOf(&Records::registry_writes);
+}
+
+}  // namespace phone

@@ -1,0 +1,48 @@
+/// \file
+/// Starting programs: what the program wants shown is handed to the host.
+#include <exception>
+
+#include "shellapi.h"
+#include "system/faults.h"
+#include "system/files.h"
+#include "system/outside.h"
+#include "system/text.h"
+
+namespace {
+
+/// What the host is to open: a web address as it is, a file of the phone by its path on this machine, and nothing for
+/// everything else, so that no path of this machine gets through.
+std::string DocumentOf(std::u16string_view parameters) {
+  for (const std::u16string_view scheme : {u"http://", u"https://"})
+    if (phone::CompareFolded(parameters.substr(0, scheme.size()), scheme) == 0) return phone::ToUtf8Lossy(parameters);
+  const auto path = phone::HostPath(parameters);
+  return path ? path->string() : std::string();
+}
+
+bool Launch(const SHELLEXECUTEINFOW& info) {
+  const std::u16string_view parameters = info.lpParameters ? info.lpParameters : u"";
+  phone::RecordLaunch({std::u16string(info.lpFile), std::u16string(parameters)});
+  const std::string document = DocumentOf(parameters);
+  // The host is asked for a missing page too: it may want to say so.
+  return phone::CurrentHost().OpenDocument(phone::ToUtf8Lossy(info.lpFile), document) && !document.empty();
+}
+
+}  // namespace
+
+BOOL ShellExecuteEx(SHELLEXECUTEINFOW* info) {
+  if (phone::FaultDue(phone::Operation::ShellExecuteEx)) {
+    SetLastError(ERROR_GEN_FAILURE);
+    return FALSE;
+  }
+  if (!info || !info->lpFile) {
+    SetLastError(ERROR_INVALID_PARAMETER);
+    return FALSE;
+  }
+  try {
+    if (Launch(*info)) return TRUE;
+    SetLastError(ERROR_FILE_NOT_FOUND);
+  } catch (const std::exception&) {
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+  }
+  return FALSE;
+}
