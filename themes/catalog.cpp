@@ -4,6 +4,7 @@
 
 #include <new>
 
+#include "base/paths.h"
 #include "themes/dom_walk.h"
 #include "themes/file_search.h"
 #include "themes/xml_reading.h"
@@ -40,9 +41,8 @@ bool FindApplicationData(HWND window, FixedText<MAX_PATH>& folder) noexcept {
 
 HRESULT LoadThemeCatalog(LPCWSTR applicationData, ThemeRecord*& themes) noexcept {
   FixedText<2 * MAX_PATH> folder;
-  folder.Assign(applicationData);
-  folder.Append(THEME_FOLDER);
   ClearRing(themes);
+  if (!JoinPath(folder, applicationData, THEME_FOLDER)) return S_OK;
   return VisitFiles(folder, LAYOUT_FILES,
                     [&](LPCWSTR path, LPCWSTR fileName) { return AppendTheme(path, fileName, themes); });
 }

@@ -5,7 +5,7 @@
 #include "themes/records.h"
 
 /// The folder of the layout files, below the application-data folder.
-inline constexpr LPCWSTR THEME_FOLDER = TEXT("\\Home\\");
+inline constexpr LPCWSTR THEME_FOLDER = TEXT("Home");
 
 /// Finds the application-data folder; false when the phone does not know it.
 [[nodiscard]] bool FindApplicationData(HWND window, FixedText<MAX_PATH>& folder) noexcept;

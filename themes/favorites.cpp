@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <new>
 
-#include "base/program_path.h"
+#include "base/paths.h"
 #include "themes/dom_walk.h"
 #include "themes/file_search.h"
 #include "themes/xml_reading.h"

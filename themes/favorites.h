@@ -11,7 +11,7 @@
 #include "themes/records.h"
 
 /// The folder of the favourites, below the program's, and the extension of a favourite's file.
-inline constexpr LPCWSTR FAVORITES_FOLDER = TEXT("\\Plugins\\");
+inline constexpr LPCWSTR FAVORITES_FOLDER = TEXT("Plugins");
 inline constexpr LPCWSTR FAVORITE_EXTENSION = TEXT(".plg");
 
 /// What a favourite file begins with, as it lies in the file.
@@ -22,7 +22,7 @@ struct FavoriteHeader {
 };
 static_assert(sizeof(FavoriteHeader) == 1028 && std::endian::native == std::endian::little);
 
-/// The favourites folder with its closing separator; false when its path does not fit.
+/// The favourites folder; false when its path does not fit.
 [[nodiscard]] bool FindFavoritesFolder(HINSTANCE instance, TextField& folder) noexcept;
 
 /// Writes a plug-in as a favourite file; the element's `name` attribute, if it has one, takes the favourite's name. An
@@ -30,7 +30,7 @@ static_assert(sizeof(FavoriteHeader) == 1028 && std::endian::native == std::endi
 /// for a file that cannot be written, else the status of the step that failed.
 [[nodiscard]] HRESULT WriteFavorite(LPCWSTR path, LPCWSTR name, const PluginRecord& plugin) noexcept;
 
-/// Appends a record for each favourite file of a folder (with its closing separator): its display name, and its path in
+/// Appends a record for each favourite file of a folder: its display name, and its path in
 /// the `clsid` field. The files are not opened. E_OUTOFMEMORY when the search cannot be made or memory is exhausted.
 [[nodiscard]] HRESULT LoadFavorites(LPCWSTR folder, PluginRecord*& favorites) noexcept;
 

@@ -4,8 +4,8 @@
 
 #include <windows.h>
 
+#include "base/paths.h"
 #include "base/status.h"
-#include "base/text_field.h"
 
 /// Owns a running directory search.
 class FileSearch {
@@ -25,14 +25,14 @@ class FileSearch {
   HANDLE handle_;
 };
 
-/// Visits, in the file system's order, every regular file of `folder` (with its closing separator) whose name matches
+/// Visits, in the file system's order, every regular file of `folder` whose name matches
 /// the pattern: visit(full path, bare name). A file whose path does not fit a text field is left out. A folder that is
 /// missing or has no match is a success; E_OUTOFMEMORY when the search cannot be made at all. Ends with the first
 /// failure of a visitor.
 template <typename Visitor>
 [[nodiscard]] HRESULT VisitFiles(LPCWSTR folder, LPCWSTR pattern, Visitor&& visit) noexcept {
   FixedText<2 * MAX_PATH> mask;
-  if (!mask.Append(folder) || !mask.Append(pattern)) return S_OK;
+  if (!JoinPath(mask, folder, pattern)) return S_OK;
   WIN32_FIND_DATAW found = {};
   const FileSearch search(FindFirstFileW(mask, &found));
   if (!search.Started()) return E_OUTOFMEMORY;
@@ -40,7 +40,7 @@ template <typename Visitor>
   do {
     TextField path;
     const bool isFile = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
-    if (isFile && path.Append(folder) && path.Append(found.cFileName)) RETURN_IF_FAILED(visit(path, found.cFileName));
+    if (isFile && JoinPath(path, folder, found.cFileName)) RETURN_IF_FAILED(visit(path, found.cFileName));
   } while (search.Next(found));
   return S_OK;
 }
