@@ -2,7 +2,6 @@
 
 #include <fontconfig/fontconfig.h>
 #include <pango/pangocairo.h>
-#include <pango/pangofc-fontmap.h>
 
 #include <algorithm>
 #include <map>
@@ -39,22 +38,38 @@ struct ObjectRelease {
   void operator()(void* object) const noexcept { g_object_unref(object); }
 };
 
-struct Engine {
-  std::unique_ptr<PangoContext, ObjectRelease> context;  // null without fonts
-  std::unique_ptr<PangoLayout, ObjectRelease> layout;
+/// The fonts of this machine with the rules above. They are the process's own, so that no library loads them again.
+class FontList {
+ public:
+  FontList() = default;
+  FontList(const FontList&) = delete;
+  FontList& operator=(const FontList&) = delete;
+  ~FontList() { FcConfigSetCurrent(nullptr); }
+
+  /// False when there is no font at all.
+  bool Load() {
+    FcConfig* config = FcInitLoadConfigAndFonts();
+    if (config == nullptr) return false;
+    FcConfigParseAndLoadFromMemory(config, reinterpret_cast<const FcChar8*>(kFontRules), FcTrue);
+    FcConfigSetCurrent(config);
+    FcConfigDestroy(config);  // the process holds it
+    return HasFonts(config, FcSetSystem) || HasFonts(config, FcSetApplication);
+  }
+
+ private:
+  static bool HasFonts(FcConfig* config, FcSetName set) {
+    const FcFontSet* fonts = FcConfigGetFonts(config, set);
+    return fonts != nullptr && fonts->nfont > 0;
+  }
 };
 
-FcConfig* LoadFonts() {
-  FcConfig* config = FcInitLoadConfigAndFonts();
-  if (config == nullptr) return nullptr;
-  const auto* rules = reinterpret_cast<const FcChar8*>(kFontRules);
-  FcConfigParseAndLoadFromMemory(config, rules, FcTrue);
-  const FcFontSet* system = FcConfigGetFonts(config, FcSetSystem);
-  const FcFontSet* application = FcConfigGetFonts(config, FcSetApplication);
-  if ((system != nullptr && system->nfont > 0) || (application != nullptr && application->nfont > 0)) return config;
-  FcConfigDestroy(config);
-  return nullptr;
-}
+struct Engine {
+  FontList fonts;
+  std::unique_ptr<PangoContext, ObjectRelease> context;  // null without fonts
+  std::unique_ptr<PangoLayout, ObjectRelease> layout;
+
+  Engine();
+};
 
 void SetFontOptions(PangoContext* context) {
   cairo_font_options_t* options = cairo_font_options_create();
@@ -65,24 +80,20 @@ void SetFontOptions(PangoContext* context) {
   cairo_font_options_destroy(options);
 }
 
-Engine MakeEngine() {
-  Engine engine;
-  FcConfig* fonts = LoadFonts();
-  if (fonts == nullptr) return engine;
+Engine::Engine() {
+  if (!fonts.Load()) return;
   const std::unique_ptr<PangoFontMap, ObjectRelease> map(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT));
-  pango_fc_font_map_set_config(PANGO_FC_FONT_MAP(map.get()), fonts);
-  FcConfigDestroy(fonts);
-  engine.context.reset(pango_font_map_create_context(map.get()));
-  SetFontOptions(engine.context.get());
-  pango_context_set_base_dir(engine.context.get(), PANGO_DIRECTION_WEAK_LTR);
-  engine.layout.reset(pango_layout_new(engine.context.get()));
-  pango_layout_set_single_paragraph_mode(engine.layout.get(), TRUE);
-  return engine;
+  context.reset(pango_font_map_create_context(map.get()));
+  SetFontOptions(context.get());
+  pango_context_set_base_dir(context.get(), PANGO_DIRECTION_WEAK_LTR);
+  layout.reset(pango_layout_new(context.get()));
+  pango_layout_set_single_paragraph_mode(layout.get(), TRUE);
 }
 
+/// Released at the end of the process, with everything the libraries keep under it.
 Engine& TheEngine() {
-  static Engine* const engine = new Engine(MakeEngine());
-  return *engine;
+  static Engine engine;
+  return engine;
 }
 
 /// The language that decides which of the Han typefaces is right, by the other characters of the text. It would be this
