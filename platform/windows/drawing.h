@@ -1,0 +1,22 @@
+/// \file
+/// Figures that the phone's own parts are drawn with.
+#pragma once
+
+#include "graphics/surface.h"
+
+namespace phone {
+
+enum class Arrow { up, down };
+
+/// A panel's ground with a frame around it.
+void DrawPanel(Surface& target, const RECT& rect);
+/// A frame of one pixel inside the rectangle.
+void DrawFrame(Surface& target, const RECT& rect, COLORREF color);
+/// An arrow head in the middle of the rectangle.
+void DrawArrow(Surface& target, const RECT& rect, Arrow arrow);
+/// A filled disc that touches the sides of the square, with soft edges.
+void DrawDisc(Surface& target, int x, int y, int size, COLORREF color);
+/// A line of text in the middle of the rectangle.
+void DrawCentred(Surface& target, const RECT& rect, std::u16string_view text, const LineStyle& style);
+
+}  // namespace phone

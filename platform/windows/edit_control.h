@@ -1,0 +1,24 @@
+/// \file
+/// The EDIT class: one line of text that the focus can be given to.
+#pragma once
+
+#include "windows.h"
+#include "windows/edit_text.h"
+
+namespace phone {
+
+struct Window;
+
+struct EditControl {
+  EditText content;
+  int scroll = 0;  ///< px of the text hidden to the left
+};
+
+inline constexpr std::u16string_view kEditClass = u"EDIT";
+
+LRESULT CALLBACK EditProcedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+
+/// Draws a field onto its surface, with its caret when it has the focus, and keeps the caret in view.
+void DrawField(Window& field, bool focused);
+
+}  // namespace phone

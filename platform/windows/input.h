@@ -1,0 +1,40 @@
+/// \file
+/// What hands do to the phone, in the order they do it. Input waits until the program has handled what came before.
+#pragma once
+
+#include <bitset>
+#include <deque>
+
+#include "windows.h"
+
+namespace phone {
+
+enum class InputKind {
+  press,        ///< value: the key
+  release,      ///< value: the key
+  character,    ///< value: the code unit
+  menu_choice,  ///< value: the item's position
+  box_answer,   ///< value: IDOK, IDYES, IDNO
+  command,      ///< value: the command, for the main window
+  hotkey_down,  ///< value: the key, for the main window
+  hotkey_up,
+  come_back,
+  close,
+};
+
+struct Input {
+  InputKind kind;
+  UINT value = 0;
+};
+
+struct InputQueue {
+  std::deque<Input> waiting;
+  std::bitset<256> held;  ///< keys that are down
+  std::bitset<256> kept;  ///< keys whose press the phone kept for itself, so that it keeps the release too
+};
+
+/// Hands the first waiting input to a menu, a message box, the shell or the window with the focus. False when there is
+/// none.
+bool HandleNextInput();
+
+}  // namespace phone

@@ -1,0 +1,43 @@
+/// \file
+/// The menu of a soft key, drawn over it and worked with the keys.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "graphics/surface.h"
+#include "windows.h"
+#include "windows/resources.h"
+
+namespace phone {
+
+struct SoftKey;
+struct Window;
+
+struct Menu {
+  HWND bar = nullptr;
+  bool on_right = false;  ///< it stands over the right soft key
+  std::vector<MenuItem> items;
+  std::size_t selected = 0;
+  std::size_t first = 0;  ///< the topmost item in view
+  std::optional<Surface> picture;
+  bool stale = true;  ///< the picture does not show the menu as it is
+};
+
+inline constexpr std::u16string_view kMenuSelectLabel = u"Select";
+inline constexpr std::u16string_view kMenuCancelLabel = u"Cancel";
+
+/// Opens the menu of a bar's key; nothing for a key whose menu has no items.
+void OpenMenu(const Window& bar, const SoftKey& key, bool on_right);
+/// Closes the open menu, if any, without a choice.
+void CloseMenu();
+/// A key, or a digit as a character, pressed while a menu is open.
+void PressInMenu(UINT key);
+/// Chooses an item by its position: the menu closes, then the bar's owner gets the command. Nothing for a position that
+/// does not exist or an item that cannot be chosen.
+void ChooseInMenu(std::size_t index);
+
+/// Draws the menu over the client area.
+void DrawMenu(Menu& menu, Surface& client);
+
+}  // namespace phone
