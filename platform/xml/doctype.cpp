@@ -1,0 +1,141 @@
+#include "xml/doctype.h"
+
+#include <libxml/entities.h>
+#include <libxml/valid.h>
+
+#include <new>
+#include <string>
+
+#include "xml/namespaces.h"
+#include "xml/text_content.h"
+#include "xml/walk.h"
+
+namespace phone::xml {
+namespace {
+
+bool HasDoctype(const xmlDoc* document) noexcept {
+  return document && document->intSubset;
+}
+
+const xmlElement* Description(const xmlDoc* document, const xmlNode* element) noexcept {
+  if (!HasDoctype(document)) return nullptr;
+  return xmlGetDtdQElementDesc(document->intSubset, element->name, element->ns ? element->ns->prefix : nullptr);
+}
+
+bool IsWritten(const xmlNode* element, const xmlAttribute* declaration) noexcept {
+  for (const xmlAttr* attribute = element->properties; attribute; attribute = attribute->next)
+    if (xmlStrEqual(attribute->name, declaration->name) &&
+        xmlStrEqual(attribute->ns ? attribute->ns->prefix : nullptr, declaration->prefix))
+      return true;
+  return false;
+}
+
+/// The parser has made declarations of default namespaces into written ones.
+bool IsNamespaceDeclaration(const xmlAttribute* declaration) noexcept {
+  return View(declaration->prefix) == "xmlns" || (!declaration->prefix && View(declaration->name) == "xmlns");
+}
+
+bool HasAlike(const xmlDoc* target, const xmlNode* element, const xmlAttribute* declaration) noexcept {
+  const xmlElement* const description = Description(target, element);
+  for (const xmlAttribute* other = description ? description->attributes : nullptr; other; other = other->nexth)
+    if (xmlStrEqual(other->name, declaration->name) && xmlStrEqual(other->prefix, declaration->prefix))
+      return xmlStrEqual(other->defaultValue, declaration->defaultValue) != 0;
+  return false;
+}
+
+/// The entity a reference names, where the reference would lose its meaning in `target`.
+xmlEntity* LostEntity(const xmlNode* reference, xmlDoc* target) noexcept {
+  xmlEntity* const entity = xmlGetDocEntity(reference->doc, reference->name);
+  if (!entity || entity->etype != XML_INTERNAL_GENERAL_ENTITY) return nullptr;
+  const xmlEntity* const other = target ? xmlGetDocEntity(target, reference->name) : nullptr;
+  return other && xmlStrEqual(other->content, entity->content) ? nullptr : entity;
+}
+
+void WriteDefault(xmlNode* element, const xmlAttribute* declaration) {
+  xmlNs* const name_space = declaration->prefix ? xmlSearchNs(element->doc, element, declaration->prefix) : nullptr;
+  if (declaration->prefix && !name_space) return;
+  if (!xmlNewNsProp(element, name_space, declaration->name, declaration->defaultValue)) throw std::bad_alloc();
+}
+
+void WriteDefaults(xmlNode* element, xmlDoc* target) {
+  for (const xmlAttribute* declaration = NextDefault(element, nullptr); declaration;) {
+    const xmlAttribute* const next = NextDefault(element, declaration);
+    if (!HasAlike(target, element, declaration)) WriteDefault(element, declaration);
+    declaration = next;
+  }
+}
+
+bool WriteAttributeText(const TreeRef& tree, xmlAttr* attribute, xmlDoc* target) {
+  bool lost = false;
+  for (const xmlNode* part = attribute->children; part; part = part->next)
+    lost = lost || (part->type == XML_ENTITY_REF_NODE && LostEntity(part, target));
+  if (!lost) return true;
+  std::string text;
+  if (!CollectText(AsNode(attribute), text)) return false;
+  ReplaceContent(tree, AsNode(attribute), text);
+  return true;
+}
+
+/// Puts copies of an entity's content in the place of a reference. Gives the node to go on with.
+xmlNode* WriteOut(const TreeRef& tree, xmlNode* root, xmlNode* reference, const xmlEntity* entity) {
+  xmlNode* next = nullptr;
+  for (xmlNode* part = entity->children; part; part = part->next) {
+    xmlNode* const copy = CopyNode(part, /*deep=*/true);
+    LinkChild(reference->parent, copy, reference);
+    if (!next) next = copy;
+  }
+  if (!next) next = NextUnder(root, reference);
+  Discard(tree, reference);
+  return next;
+}
+
+std::size_t SizeOf(const xmlEntity* entity) noexcept {
+  return 1 + static_cast<std::size_t>(entity->length);
+}
+
+}  // namespace
+
+xmlAttribute* NextDefault(const xmlNode* element, const xmlAttribute* after) noexcept {
+  const xmlElement* const description = after ? nullptr : Description(element->doc, element);
+  xmlAttribute* declaration = after ? after->nexth : description ? description->attributes : nullptr;
+  while (declaration &&
+         (!declaration->defaultValue || IsNamespaceDeclaration(declaration) || IsWritten(element, declaration)))
+    declaration = declaration->nexth;
+  return declaration;
+}
+
+bool LeansOnDoctype(xmlNode* root, xmlDoc* target) noexcept {
+  if (!HasDoctype(root->doc) || root->doc == target) return false;
+  bool leans = false;
+  ForEachNode(root, [&](xmlNode* node) {
+    if (node->type == XML_ENTITY_REF_NODE) leans = leans || LostEntity(node, target);
+    if (node->type != XML_ELEMENT_NODE) return;
+    for (const xmlAttribute* declaration = NextDefault(node, nullptr); declaration && !leans;
+         declaration = NextDefault(node, declaration))
+      leans = !HasAlike(target, node, declaration);
+  });
+  return leans;
+}
+
+bool TakeAlong(const TreeRef& tree, xmlNode* root, xmlDoc* target) {
+  if (root->type == XML_ENTITY_REF_NODE) return !LostEntity(root, target);
+  std::size_t budget = kEntityBudget;
+  for (xmlNode* node = root; node;) {
+    const xmlEntity* const entity = node->type == XML_ENTITY_REF_NODE ? LostEntity(node, target) : nullptr;
+    if (entity) {
+      if (SizeOf(entity) > budget) return false;
+      budget -= SizeOf(entity);
+      node = WriteOut(tree, root, node, entity);
+      continue;
+    }
+    if (node->type == XML_ELEMENT_NODE) {
+      WriteDefaults(node, target);
+      for (xmlAttr* attribute = node->properties; attribute; attribute = attribute->next)
+        if (!WriteAttributeText(tree, attribute, target)) return false;
+    }
+    node = NextUnder(root, node);
+  }
+  return true;
+}
+
+}  // namespace phone::xml

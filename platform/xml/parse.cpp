@@ -1,0 +1,113 @@
+#include "xml/parse.h"
+
+#include <libxml/SAX2.h>
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+#include <libxml/valid.h>
+
+#include <limits>
+#include <memory>
+#include <new>
+#include <string>
+
+#include "xml/encoding.h"
+#include "xml/walk.h"
+
+namespace phone::xml {
+namespace {
+
+constexpr int kOptions = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_IGNORE_ENC;
+
+struct FreeContext {
+  void operator()(xmlParserCtxt* context) const noexcept { xmlFreeParserCtxt(context); }
+};
+using Context = std::unique_ptr<xmlParserCtxt, FreeContext>;
+
+/// Where the internal subset stands in the text.
+struct Subset {
+  std::size_t begin = 0;
+  std::size_t end = 0;
+};
+
+std::size_t Position(const xmlParserCtxt* context) noexcept {
+  const xmlParserInput* const input = context->input;
+  return input->consumed + static_cast<std::size_t>(input->cur - input->base);
+}
+
+void OnDoctypeBegin(void* user, const xmlChar* name, const xmlChar* public_id, const xmlChar* system_id) {
+  auto* const context = static_cast<xmlParserCtxt*>(user);
+  static_cast<Subset*>(context->_private)->begin = Position(context);
+  xmlSAX2InternalSubset(context, name, public_id, system_id);
+}
+
+/// The parser offers to load the external subset here, which is not done; the declaration is complete.
+void OnDoctypeEnd(void* user, const xmlChar*, const xmlChar*, const xmlChar*) {
+  auto* const context = static_cast<xmlParserCtxt*>(user);
+  static_cast<Subset*>(context->_private)->end = Position(context);
+}
+
+xmlParserInput* RefuseEntity(void*, const xmlChar*, const xmlChar*) {
+  return nullptr;
+}
+
+void KeepSilent(void*, xmlError*) {}
+
+Context MakeContext(Subset& subset) {
+  Context context(xmlNewParserCtxt());
+  if (!context) throw std::bad_alloc();
+  context->_private = &subset;
+  context->sax->internalSubset = OnDoctypeBegin;
+  context->sax->externalSubset = OnDoctypeEnd;
+  context->sax->resolveEntity = RefuseEntity;
+  context->sax->serror = KeepSilent;
+  return context;
+}
+
+/// The names under which nodes can be looked up are not used here, and would have to follow every move of a node.
+void DropTables(xmlDoc* document) noexcept {
+  xmlFreeIDTable(static_cast<xmlIDTable*>(document->ids));
+  xmlFreeRefTable(static_cast<xmlRefTable*>(document->refs));
+  document->ids = document->refs = nullptr;
+}
+
+void NameEncoding(xmlDoc* document) {
+  if (document->encoding) xmlFree(const_cast<xmlChar*>(document->encoding));
+  document->encoding = xmlStrdup(Chars("UTF-8"));
+  if (!document->encoding) throw std::bad_alloc();
+}
+
+void PutDeclarationFirst(xmlDoc* document, std::string_view declaration) {
+  xmlNode* const node = xmlNewDocPI(document, Chars("xml"), Chars(std::string(declaration).c_str()));
+  if (!node) throw std::bad_alloc();
+  LinkChild(AsNode(document), node, document->children);
+}
+
+std::string SubsetText(std::string_view text, Subset subset) {
+  if (subset.begin >= subset.end || subset.end > text.size()) return {};
+  const std::string_view whole = text.substr(subset.begin, subset.end - subset.begin);
+  const std::size_t last = whole.rfind(']');
+  if (whole.front() != '[' || last == std::string_view::npos) return {};
+  return std::string(whole.substr(0, last + 1));
+}
+
+}  // namespace
+
+TreeRef Parse(std::string_view text) {
+  if (text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) return nullptr;
+  Subset subset;
+  const Context context = MakeContext(subset);
+  xmlDoc* const document =
+      xmlCtxtReadMemory(context.get(), text.data(), static_cast<int>(text.size()), nullptr, nullptr, kOptions);
+  if (!document) {
+    if (context->errNo == XML_ERR_NO_MEMORY) throw std::bad_alloc();
+    return nullptr;
+  }
+  TreeRef tree = OwnDocument(document);
+  DropTables(document);
+  NameEncoding(document);
+  tree->internal_subset = SubsetText(text, subset);
+  if (const auto declaration = FindDeclaration(text)) PutDeclarationFirst(document, *declaration);
+  return tree;
+}
+
+}  // namespace phone::xml
