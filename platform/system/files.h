@@ -16,14 +16,21 @@
 
 namespace phone {
 
-/// Mounts the phone folder, which is made when it is missing, and removes temporary files that a killed process left.
-/// `program_data` appears read-only as the artwork (GFX) and pages (*.html) of the folder of `module`, the path of the
-/// program's module on the phone. Throws std::runtime_error when the folder cannot be used.
+/// Mounts the phone folder, which is made when it is missing. `program_data` appears read-only as the artwork (GFX) and
+/// pages (*.html) of the folder of `module`, the path of the program's module on the phone. Throws std::runtime_error
+/// when the folder cannot be used.
 void MountFiles(const std::filesystem::path& folder, const std::filesystem::path& program_data,
                 std::u16string_view module);
 void UnmountFiles();
 
+/// Removes the temporary files that a killed process has left. Only for the process that is the running instance:
+/// others may be writing.
+void RemoveStrayFiles();
+
 inline constexpr std::u16string_view kApplicationData = u"\\Application Data";
+
+/// The mounted phone folder on this machine, without links in its path; empty when none is mounted.
+std::filesystem::path PhoneFolder();
 
 /// Where an existing file of the phone lies on this machine.
 std::optional<std::filesystem::path> HostPath(std::u16string_view path);
@@ -31,5 +38,7 @@ std::optional<std::filesystem::path> HostPath(std::u16string_view path);
 DWORD ReadWholeFile(std::u16string_view path, std::vector<std::byte>& content);
 /// Writes a file whole or not at all: a temporary file beside it, flushed, renamed over it.
 DWORD WriteWholeFile(std::u16string_view path, std::span<const std::byte> content);
+/// Gives a file another name in its folder; ERROR_ALREADY_EXISTS when that is taken.
+DWORD RenameFile(std::u16string_view path, std::u16string_view new_name);
 
 }  // namespace phone
