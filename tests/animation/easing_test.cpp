@@ -1,0 +1,85 @@
+#include "animation/easing.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <limits>
+
+namespace {
+
+TEST(Easing, EveryCurveBeginsAndEndsWhereItShould) {
+  for (INT curve = EASE_LINEAR; curve <= EASE_BOUNCE_IN_OUT; ++curve) {
+    for (const INT change : {27, -27, 1, 0, 1000000}) {
+      for (const DWORD duration : {1u, 3u, 200u, 500u, 4000000000u}) {
+        SCOPED_TRACE(::testing::Message() << "curve " << curve << " by " << change << " in " << duration);
+        EXPECT_EQ(Ease(0, 12, change, duration, curve), 12);
+        EXPECT_EQ(Ease(duration, 12, change, duration, curve), 12 + change);
+        EXPECT_EQ(Ease(duration + 1000, 12, change, duration, curve), 12 + change) << "past its end";
+      }
+      EXPECT_EQ(Ease(0, 12, change, 0, curve), 12 + change) << "no duration";
+    }
+  }
+  for (const INT unknown : {-1, 0, 17})
+    for (const DWORD duration : {0u, 500u}) EXPECT_EQ(Ease(250, 12, 27, duration, unknown), 0);
+}
+
+struct Point {
+  INT curve;
+  DWORD elapsed;  // of 500 ms, on the way from 0 to 100
+  INT value;      // worked out by hand from the curve's formula
+};
+
+const Point kPoints[] = {
+    {EASE_LINEAR, 250, 50},          {EASE_LINEAR, 333, 67},  // 66.6
+    {EASE_QUAD_IN, 250, 25},         {EASE_QUAD_OUT, 250, 75},
+    {EASE_QUAD_IN_OUT, 125, 13},     {EASE_QUAD_IN_OUT, 375, 88},  // 12.5 and 87.5
+    {EASE_EXPO_IN, 250, 3},          {EASE_EXPO_OUT, 250, 97},     // 100 / 32
+    {EASE_EXPO_IN_OUT, 125, 2},      {EASE_EXPO_IN_OUT, 375, 98},  // 50 / 32
+    {EASE_BACK_IN, 250, -9},         {EASE_BACK_OUT, 250, 109},    // 8.77 outside
+    {EASE_BACK_IN_OUT, 125, -10},    {EASE_BACK_IN_OUT, 375, 110},
+    {EASE_ELASTIC_IN, 250, -2},      {EASE_ELASTIC_OUT, 250, 102},  // 100 / 32 * sin 30 degrees
+    {EASE_ELASTIC_IN_OUT, 125, 1},   {EASE_ELASTIC_IN_OUT, 375, 99},
+    {EASE_BOUNCE_OUT, 100, 30},      {EASE_BOUNCE_OUT, 250, 77},  // 30.25 and 76.5625: the first and second arc
+    {EASE_BOUNCE_OUT, 400, 94},      {EASE_BOUNCE_OUT, 475, 98},  // the third and fourth
+    {EASE_BOUNCE_IN, 250, 23},       {EASE_BOUNCE_IN, 25, 2},     // 100 - 98.45
+    {EASE_BOUNCE_IN_OUT, 125, 12},   {EASE_BOUNCE_IN_OUT, 375, 88},
+};
+
+TEST(Easing, CurvesPassThroughTheirPoints) {
+  for (const Point& point : kPoints) {
+    EXPECT_EQ(Ease(point.elapsed, 0, 100, 500, point.curve), point.value) << point.curve << " at " << point.elapsed;
+    EXPECT_EQ(Ease(point.elapsed, 0, -100, 500, point.curve), -point.value) << "halves go away from zero both ways";
+    EXPECT_EQ(Ease(point.elapsed, 1000, 100, 500, point.curve), 1000 + point.value);
+  }
+  EXPECT_EQ(Ease(1, 0, 1, 2, EASE_LINEAR), 1);
+  EXPECT_EQ(Ease(1, 0, -1, 2, EASE_LINEAR), -1);
+  EXPECT_EQ(Ease(24999, 0, 1, 50000, EASE_LINEAR), 0);
+}
+
+TEST(Easing, InAndOutMirrorEachOther) {
+  constexpr DWORD kDuration = 977;
+  constexpr INT kChange = 100000;
+  for (INT in : {EASE_QUAD_IN, EASE_EXPO_IN, EASE_BACK_IN, EASE_ELASTIC_IN, EASE_BOUNCE_IN}) {
+    for (DWORD t = 1; t < kDuration; ++t) {
+      const INT mirrored = kChange - Ease(kDuration - t, 0, kChange, kDuration, in + 1);
+      EXPECT_LE(std::abs(Ease(t, 0, kChange, kDuration, in) - mirrored), 1) << in << " at " << t;
+      const INT both = Ease(t, 0, kChange, kDuration, in + 2) + Ease(kDuration - t, 0, kChange, kDuration, in + 2);
+      EXPECT_LE(std::abs(both - kChange), 1) << in + 2 << " at " << t;
+    }
+  }
+}
+
+TEST(Easing, PlainCurvesNeverTurnBack) {
+  for (INT curve = EASE_LINEAR; curve <= EASE_EXPO_IN_OUT; ++curve)
+    for (DWORD t = 1; t <= 500; ++t)
+      EXPECT_GE(Ease(t, 0, 27000, 500, curve), Ease(t - 1, 0, 27000, 500, curve)) << curve << " at " << t;
+}
+
+TEST(Easing, WhatLeaves32BitsStaysAtTheirEnd) {
+  constexpr INT kMost = std::numeric_limits<INT>::max();
+  EXPECT_EQ(Ease(250, 0, kMost, 500, EASE_BACK_OUT), kMost);
+  EXPECT_EQ(Ease(250, 0, std::numeric_limits<INT>::min(), 500, EASE_ELASTIC_OUT), std::numeric_limits<INT>::min());
+  EXPECT_EQ(Ease(500, kMost, kMost, 500, EASE_LINEAR), kMost);
+}
+
+}  // namespace

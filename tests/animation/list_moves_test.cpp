@@ -1,0 +1,202 @@
+// Sequences of motions: against a plain model of the list, and many moves at once against one at a time.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "list_fixture.h"
+#include "support/on_phone.h"
+
+namespace {
+
+/// What a list is to a person: items, the selected one, and how far it is scrolled.
+struct Model {
+  std::vector<INT> items;
+  INT rows = 0;
+  INT index = 0;
+  INT row = 0;
+  bool moving = false;
+
+  INT count() const { return static_cast<INT>(items.size()); }
+  void Step(INT step, bool carry) {
+    if (index + step < 0 || index + step >= count()) return;
+    if (carry) std::swap(items[index], items[index + step]);
+    index += step;
+    row = std::clamp(row + step, 0, rows - 1);
+  }
+  void Select(INT target) {
+    target = std::min(std::max(target, 1), count());
+    while (index < std::min(target, count() - 1)) Step(1, false);
+    while (index > target) Step(-1, false);
+  }
+  void Remove() {
+    moving = false;
+    if (items.empty()) return;
+    items.erase(items.begin() + index);
+    if (index > 0) {
+      if (index == row) --row;
+      --index;
+    }
+  }
+};
+
+void ExpectAtRest(NumberedList& list, const Model& model) {
+  ASSERT_EQ(list.Numbers(), model.items);
+  ASSERT_EQ(list.selectedIndex, model.index);
+  ASSERT_EQ(list.selectedRow, model.row);
+  ASSERT_EQ(list.moveMode, model.moving ? 1 : 0);
+  ASSERT_EQ(list.SelectedNumber(), model.items.empty() ? 0 : model.items[model.index]);
+  const INT offset = model.index - model.row;
+  const INT viewTop = kTop + kHeight;
+  for (INT index = list.firstItem ? -4 : 0; index < model.count(); ++index) {
+    const CVisualGroup& row = list.Row(index);
+    const INT place = index - offset;
+    if (index >= 0 && place >= 0 && place < model.rows) {
+      ASSERT_EQ(row.x.current, kLeft) << index;
+      ASSERT_EQ(row.y.current, viewTop + place * kHeight) << index;
+      ASSERT_EQ(row.height.current, kHeight) << index;
+      ASSERT_EQ(row.texts->member->y.current, row.y.current);
+      ASSERT_EQ(row.texts->member->height.current, kHeight);
+    } else {
+      const bool outside = row.y.current + row.height.current <= viewTop ||
+                           row.y.current >= viewTop + model.rows * kHeight || row.x.current < 0;
+      ASSERT_TRUE(outside) << index << " at " << row.y.current;
+    }
+  }
+  if (model.items.empty()) return;
+  const INT barY = viewTop + model.row * kHeight;
+  ASSERT_EQ(list.highlightY, barY);
+  ASSERT_EQ(list.highlight->y.current, barY);
+  ASSERT_EQ(list.moveHighlight->y.current, barY);
+  ASSERT_EQ(list.highlight->alpha.current, model.moving ? 0 : 255);
+  ASSERT_EQ(list.scrollBar->visible.current, model.count() > model.rows ? 1 : 0);
+  if (model.count() <= model.rows) return;
+  ASSERT_EQ(list.scrollBar->y.current, viewTop + offset * kHeight * model.rows / model.count());
+  ASSERT_EQ(list.scrollBar->height.current, kHeight * model.rows * model.rows / model.count());
+}
+
+void DoSomething(NumberedList& list, Model& model, std::minstd_rand& random, INT& last) {
+  const auto upTo = [&random](INT end) { return static_cast<INT>(random() % static_cast<unsigned>(end)); };
+  switch (upTo(12)) {
+    case 0:
+    case 1:
+    case 2:
+    case 3: list.MoveDown(); return model.Step(1, model.moving);
+    case 4:
+    case 5:
+    case 6: list.MoveUp(); return model.Step(-1, model.moving);
+    case 7:
+      if (model.items.empty()) return;
+      list.ToggleMoveMode();
+      model.moving = !model.moving;
+      return;
+    case 8: {
+      const INT target = upTo(model.count() + 3) - 1;
+      list.SelectIndex(target);
+      return model.Select(target);
+    }
+    case 9:
+      ASSERT_EQ(list.Add(++last), S_OK);
+      list.UpdateScrollBar(1);
+      return model.items.push_back(last);
+    default: list.RemoveSelected(); return model.Remove();
+  }
+}
+
+TEST(ListMoves, AnySequenceKeepsTheListWhole) {
+  OnPhone([](TestHost& host, const auto&) {
+    for (unsigned seed = 1; seed <= 60; ++seed) {
+      std::minstd_rand random(seed);
+      Model model;
+      model.rows = static_cast<INT>(seed % 5 + 1);
+      INT last = static_cast<INT>(seed % 13);
+      NumberedList list(last, model.rows);
+      list.UpdateScrollBar(host.tick);
+      for (INT item = 1; item <= last; ++item) model.items.push_back(item);
+      for (INT step = 0; step < 60; ++step) {
+        SCOPED_TRACE(::testing::Message() << "seed " << seed << " step " << step);
+        DoSomething(list, model, random, last);
+        const bool rest = random() % 3 == 0;
+        host.tick += rest ? 600 : static_cast<DWORD>(random() % 400);
+        list.Draw(nullptr);
+        if (rest) ExpectAtRest(list, model);
+        if (::testing::Test::HasFatalFailure()) return;
+      }
+    }
+  });
+}
+
+void Record(std::vector<INT>& all, const CVisualGroup& group) {
+  for (const VisualProperty& property : {group.x, group.y, group.height, group.width, group.alpha, group.visible})
+    all.insert(all.end(), {property.current, property.base, property.own});
+  all.insert(all.end(), {static_cast<INT>(group.tag), group.animating});
+  for (const AnimStep* step = group.firstStep.get(); step; step = step->next.get()) {
+    all.insert(all.end(), {static_cast<INT>(step->startTick), static_cast<INT>(step->duration)});
+    for (const AnimTrack* track = step->firstTrack.get(); track; track = track->next.get())
+      all.insert(all.end(), {track->from, track->to, static_cast<INT>(track->property)});
+  }
+  for (const auto& child : RingRange(group.texts))
+    for (const VisualProperty& property : {child.member->x, child.member->y, child.member->height})
+      all.insert(all.end(), {property.current, property.own, property.parent});
+}
+
+/// Everything about a list that can be seen now or later.
+std::vector<INT> Snapshot(NumberedList& list) {
+  std::vector<INT> all = list.Numbers();
+  all.insert(all.end(), {list.SelectedNumber(), list.selectedIndex, list.selectedRow, list.highlightY, list.moveMode,
+                         static_cast<INT>(list.Requests())});
+  for (const ListItem& item : RingRange(list.firstItem)) Record(all, *item.row);
+  for (const auto* bar : {&list.highlight, &list.moveHighlight, &list.scrollBar})
+    if (*bar) Record(all, **bar);
+  return all;
+}
+
+/// One move at a time, carrying nothing.
+void SelectStepByStep(NumberedList& list, INT target) {
+  const INT moveMode = std::exchange(list.moveMode, 0);
+  target = std::min(std::max(target, 1), list.GetCount());
+  const INT moves = target - list.selectedIndex;
+  for (INT move = 0; move < moves; ++move) list.MoveDown();
+  for (INT move = 0; move > moves; --move) list.MoveUp();
+  list.moveMode = moveMode;
+}
+
+void ExpectSameSelection(TestHost& host, INT count, INT rows, INT start, INT target, bool moving, bool bars) {
+  SCOPED_TRACE(::testing::Message() << count << " items, " << rows << " rows, from " << start << " to " << target
+                                    << (moving ? ", in move mode" : "") << (bars ? "" : ", without bars"));
+  host.tick = 1000;
+  std::vector<INT> seen[2];
+  for (const bool direct : {false, true}) {
+    NumberedList list(count, rows);
+    if (!bars) list.highlight.reset();
+    host.tick = 1000;
+    SelectStepByStep(list, start);
+    if (moving) list.ToggleMoveMode();
+    host.tick = 1100;
+    list.Draw(nullptr);
+    list.Requests();
+    direct ? list.SelectIndex(target) : SelectStepByStep(list, target);
+    for (const DWORD later : {0u, 100u, 250u, 600u}) {
+      host.tick = 1100 + later;
+      list.Draw(nullptr);
+      const std::vector<INT> now = Snapshot(list);
+      seen[direct].insert(seen[direct].end(), now.begin(), now.end());
+    }
+  }
+  ASSERT_EQ(seen[0], seen[1]);
+}
+
+TEST(ListMoves, SelectingDirectlyLooksLikeSingleMoves) {
+  OnPhone([](TestHost& host, const auto&) {
+    for (const INT count : {0, 1, 2, 3, 8, 9, 13, 21})
+      for (const INT rows : {1, 3, 8})
+        for (const INT start : {0, 1, count / 2, count})
+          for (INT target = -1; target <= count + 1; ++target)
+            for (const bool moving : {false, true}) {
+              ExpectSameSelection(host, count, rows, start, target, moving, (count + target) % 3 != 0);
+              if (::testing::Test::HasFatalFailure()) return;
+            }
+  });
+}
+
+}  // namespace
