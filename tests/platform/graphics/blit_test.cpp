@@ -1,0 +1,197 @@
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cstdint>
+#include <vector>
+
+#include "canvas.h"
+#include "system/faults.h"
+
+namespace {
+
+constexpr std::uint32_t kWithoutAlpha = 0xFFFFFF;
+
+enum class How { copy, stretch, blend, blend_alpha };
+
+struct Call {
+  int x, y, width, height, source_x, source_y, source_width, source_height;
+};
+
+BLENDFUNCTION Blend(int opacity, bool alpha) {
+  return {AC_SRC_OVER, 0, static_cast<BYTE>(opacity), static_cast<BYTE>(alpha ? AC_SRC_ALPHA : 0)};
+}
+
+/// a * b / 255, rounded to nearest.
+std::uint32_t Product(std::uint32_t a, std::uint32_t b) {
+  return (2 * a * b + 255) / 510;
+}
+
+std::uint32_t Blended(std::uint32_t source, std::uint32_t target, std::uint32_t opacity, bool alpha) {
+  const std::uint32_t cover = Product(alpha ? source >> 24 : 255, opacity);
+  std::uint32_t result = 0;
+  for (const int shift : {0, 8, 16}) {
+    const std::uint32_t sum = Product(source >> shift & 255, opacity) + Product(target >> shift & 255, 255 - cover);
+    result |= std::min(sum, 255u) << shift;
+  }
+  return result;
+}
+
+std::int64_t Nearest(std::int64_t i, std::int64_t source, std::int64_t target) {
+  return (2 * i + 1) * source / (2 * target);
+}
+
+BOOL Perform(How how, Canvas& target, Canvas& source, const Call& c, int opacity) {
+  if (how == How::copy)
+    return BitBlt(target.dc, c.x, c.y, c.width, c.height, source.dc, c.source_x, c.source_y, SRCCOPY);
+  if (how == How::stretch)
+    return StretchBlt(target.dc, c.x, c.y, c.width, c.height, source.dc, c.source_x, c.source_y, c.source_width,
+                      c.source_height, SRCCOPY);
+  return AlphaBlend(target.dc, c.x, c.y, c.width, c.height, source.dc, c.source_x, c.source_y, c.source_width,
+                    c.source_height, Blend(opacity, how == How::blend_alpha));
+}
+
+constexpr int kTargetWidth = 60;
+constexpr int kTargetHeight = 50;
+constexpr int kSourceWidth = 33;
+constexpr int kSourceHeight = 29;
+
+std::uint32_t Expected(How how, const Call& c, int x, int y, std::uint32_t before, Canvas& source, int opacity) {
+  const std::int64_t i = std::int64_t{x} - c.x;
+  const std::int64_t j = std::int64_t{y} - c.y;
+  if (i < 0 || j < 0 || i >= c.width || j >= c.height) return before;
+  const bool copy = how == How::copy;
+  const std::int64_t sx = c.source_x + (copy ? i : Nearest(i, c.source_width, c.width));
+  const std::int64_t sy = c.source_y + (copy ? j : Nearest(j, c.source_height, c.height));
+  if (sx < 0 || sy < 0 || sx >= kSourceWidth || sy >= kSourceHeight) return before;
+  const bool opaque = copy || how == How::stretch;
+  const std::uint32_t pixel = source.At(static_cast<int>(sx), static_cast<int>(sy));
+  return opaque ? pixel & kWithoutAlpha
+                : Blended(pixel, before, static_cast<std::uint32_t>(opacity), how == How::blend_alpha);
+}
+
+TEST(Blit, DrawsWhatAPlainLoopDraws) {
+  constexpr Call kCalls[] = {
+      {0, 0, 33, 29, 0, 0, 33, 29},
+      {13, 7, 20, 11, 5, 3, 20, 11},
+      {-5, -9, 33, 29, 0, 0, 33, 29},
+      {45, 40, 33, 29, 0, 0, 33, 29},
+      {3, 2, 50, 41, 0, 0, 33, 29},
+      {-17, -30, 99, 100, 0, 0, 33, 29},
+      {4, 4, 7, 5, 0, 0, 33, 29},
+      {2, 3, 33, 45, 0, 0, 33, 29},
+      {1, 1, 45, 29, 0, 0, 33, 29},
+      {10, 10, 1, 1, 0, 0, 33, 29},
+      {-1000, 0, 4001, 50, 4, 6, 7, 8},
+      {0, -70000, 60, 140001, 0, 0, 33, 29},
+      {60, 0, 5, 5, 0, 0, 5, 5},
+      {0, -5, 5, 5, 0, 0, 5, 5},
+      {5, 5, 0, 7, 0, 0, 5, 5},
+      {INT_MAX, INT_MAX, INT_MAX, INT_MAX, 0, 0, 33, 29},
+      {INT_MIN, INT_MIN, INT_MAX, INT_MAX, 0, 0, 33, 29},
+      {-1, -1, INT_MAX, INT_MAX, 0, 0, 33, 29},
+  };
+  for (const int orientation : {1, -1}) {
+    for (const How how : {How::copy, How::stretch, How::blend, How::blend_alpha}) {
+      for (const Call& call : kCalls) {
+        Canvas source(kSourceWidth, kSourceHeight * orientation);
+        Canvas target(kTargetWidth, kTargetHeight);
+        Canvas before(kTargetWidth, kTargetHeight);
+        source.FillWithNoise(1);
+        target.FillWithNoise(2);
+        before.FillWithNoise(2);
+        constexpr int kOpacity = 128;
+        ASSERT_TRUE(Perform(how, target, source, call, kOpacity)) << call.x << ' ' << call.width;
+        for (int y = 0; y < kTargetHeight; ++y)
+          for (int x = 0; x < kTargetWidth; ++x)
+            ASSERT_EQ(Expected(how, call, x, y, before.Color(x, y), source, kOpacity), target.Color(x, y))
+                << static_cast<int>(how) << " at " << x << ',' << y << " of a call at " << call.x << ',' << call.y
+                << " size " << call.width << 'x' << call.height;
+      }
+    }
+  }
+}
+
+TEST(Blit, CopiesOnlyWhatTheSourceHas) {
+  Canvas source(4, 4);
+  Canvas target(8, 8);
+  source.Fill(0x123456);
+  ASSERT_TRUE(BitBlt(target.dc, 0, 0, 8, 8, source.dc, -2, 1, SRCCOPY));
+  const RECT drawn = target.Drawn(0);
+  EXPECT_EQ(2, drawn.left);
+  EXPECT_EQ(6, drawn.right);
+  EXPECT_EQ(0, drawn.top);
+  EXPECT_EQ(3, drawn.bottom);
+  ASSERT_TRUE(BitBlt(target.dc, 0, 0, 8, 8, source.dc, INT_MAX, INT_MIN, SRCCOPY));
+}
+
+TEST(Blit, BlendsEveryProductRoundedToNearest) {
+  constexpr int kLevels = 256;
+  Canvas source(kLevels, kLevels);
+  Canvas target(kLevels, kLevels);
+  for (const int opacity : {0, 1, 127, 128, 254, 255}) {
+    for (int quarter = 0; quarter <= 4; ++quarter) {
+      for (const bool alpha : {false, true}) {
+        for (int y = 0; y < kLevels; ++y) {
+          for (int x = 0; x < kLevels; ++x) {
+            const int cover = x + (255 - x) * quarter / 4;
+            source.At(x, y) = static_cast<std::uint32_t>(cover) << 24 | static_cast<std::uint32_t>(x) * 0x010101;
+            target.At(x, y) = static_cast<std::uint32_t>(y) * 0x01010101;
+          }
+        }
+        ASSERT_TRUE(
+            AlphaBlend(target.dc, 0, 0, kLevels, kLevels, source.dc, 0, 0, kLevels, kLevels, Blend(opacity, alpha)));
+        for (int y = 0; y < kLevels; ++y)
+          for (int x = 0; x < kLevels; ++x)
+            ASSERT_EQ(Blended(source.At(x, y), static_cast<std::uint32_t>(y) * 0x010101,
+                              static_cast<std::uint32_t>(opacity), alpha),
+                      target.Color(x, y))
+                << x << " on " << y << " at " << opacity << ", quarter " << quarter;
+      }
+    }
+  }
+}
+
+TEST(Blit, MovesAndScalesWithinOneBitmap) {
+  constexpr Call kMoves[] = {{3, 4, 20, 20, 0, 0, 20, 20}, {0, 0, 20, 20, 3, 4, 20, 20}, {5, 0, 20, 20, 0, 0, 20, 20}};
+  for (const How how : {How::copy, How::stretch, How::blend}) {
+    for (const Call& move : kMoves) {
+      Canvas canvas(30, 30);
+      Canvas before(30, 30);
+      canvas.FillWithNoise(3);
+      before.FillWithNoise(3);
+      constexpr int kOpaque = 255;
+      ASSERT_TRUE(Perform(how, canvas, canvas, move, kOpaque));
+      for (int y = 0; y < 20; ++y)
+        for (int x = 0; x < 20; ++x)
+          ASSERT_EQ(before.Color(move.source_x + x, move.source_y + y), canvas.Color(move.x + x, move.y + y));
+    }
+  }
+}
+
+TEST(Blit, RefusesWhatIsNotACall) {
+  Canvas source(4, 4);
+  Canvas target(4, 4);
+  const auto stretch = [&](int width, int height, int x, int y, int source_width, int source_height) {
+    return StretchBlt(target.dc, 0, 0, width, height, source.dc, x, y, source_width, source_height, SRCCOPY);
+  };
+  EXPECT_TRUE(stretch(2, 2, 0, 0, 4, 4));
+  EXPECT_FALSE(stretch(-1, 2, 0, 0, 4, 4));
+  EXPECT_FALSE(stretch(0, -1, 0, 0, 4, 4));
+  EXPECT_FALSE(stretch(2, 2, 1, 0, 4, 4));
+  EXPECT_FALSE(stretch(2, 2, -1, 0, 4, 4));
+  EXPECT_FALSE(stretch(2, 2, 0, 0, 0, 4));
+  EXPECT_FALSE(stretch(2, 2, INT_MAX, 0, INT_MAX, 4));
+  EXPECT_FALSE(BitBlt(target.dc, 0, 0, 2, -2, source.dc, 0, 0, SRCCOPY));
+  EXPECT_FALSE(BitBlt(target.dc, 0, 0, 2, 2, source.dc, 0, 0, SRCCOPY + 1));
+  EXPECT_FALSE(BitBlt(target.dc, 0, 0, 2, 2, nullptr, 0, 0, SRCCOPY));
+  EXPECT_FALSE(BitBlt(reinterpret_cast<HDC>(source.bitmap()), 0, 0, 2, 2, source.dc, 0, 0, SRCCOPY));
+  BLENDFUNCTION odd = Blend(255, true);
+  odd.BlendFlags = 1;
+  EXPECT_FALSE(AlphaBlend(target.dc, 0, 0, 2, 2, source.dc, 0, 0, 2, 2, odd));
+
+  phone::SetFault(phone::Operation::BitBlt, 1, 0);
+  EXPECT_FALSE(BitBlt(target.dc, 0, 0, 2, 2, source.dc, 0, 0, SRCCOPY));
+  EXPECT_TRUE(BitBlt(target.dc, 0, 0, 2, 2, source.dc, 0, 0, SRCCOPY));
+}
+
+}  // namespace
