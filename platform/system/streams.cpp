@@ -1,12 +1,17 @@
 /// \file
-/// The runtime's file streams on the phone's files. A stream is not buffered, so that each call of the program is one
-/// operation here, which counts and can fail.
+/// The runtime's file streams on the phone's files. Each fread, fwrite and fclose of the program counts and can fail.
+///
+/// A stream for writing is not buffered, so that the C library hands each fwrite on as one operation. Reading it splits
+/// and joins as it likes, whatever the buffer; so this file has the fread that the program is linked with.
 #include <fcntl.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <memory>
+#include <mutex>
 #include <string_view>
+#include <vector>
 
 #include "system/faults.h"
 #include "system/replacement.h"
@@ -22,34 +27,32 @@ struct Stream {
   FileReplacement replacement;  ///< of a stream for writing
   bool writes = false;
   bool write_failed = false;
-  bool at_end = false;  ///< the last read has met the end of the file
+  FILE* handle = nullptr;  ///< what the program knows it by
 
   int fd() const noexcept { return writes ? replacement.fd() : file.get(); }
 };
+
+std::mutex open_streams_mutex;
+std::vector<const FILE*> open_streams;
+
+bool IsPhoneStream(const FILE* file) {
+  const std::lock_guard lock(open_streams_mutex);
+  return std::find(open_streams.begin(), open_streams.end(), file) != open_streams.end();
+}
 
 Stream& StreamOf(void* cookie) {
   return *static_cast<Stream*>(cookie);
 }
 
 ssize_t ReadStream(void* cookie, char* data, std::size_t size) {
-  Stream& stream = StreamOf(cookie);
-  // The runtime asks again after a short read; that is still the same call of the program.
-  if (stream.at_end) return 0;
-  if (FaultDue(Operation::fread)) {
-    errno = EIO;
-    return -1;
-  }
   errno = 0;
-  const std::size_t count = ReadFully(stream.fd(), data, size);
-  if (count == 0 && errno != 0) return -1;
-  stream.at_end = count < size;
-  return static_cast<ssize_t>(count);
+  const std::size_t count = ReadFully(StreamOf(cookie).fd(), data, size);
+  return count == 0 && errno != 0 ? -1 : static_cast<ssize_t>(count);
 }
 
 /// Gives what was written; less than asked for is the runtime's sign of an error.
 ssize_t WriteStream(void* cookie, const char* data, std::size_t size) {
   Stream& stream = StreamOf(cookie);
-  stream.at_end = false;
   if (FaultDue(Operation::fwrite)) {
     stream.write_failed = true;
     errno = ENOSPC;
@@ -61,9 +64,7 @@ ssize_t WriteStream(void* cookie, const char* data, std::size_t size) {
 }
 
 int SeekStream(void* cookie, off64_t* position, int origin) {
-  Stream& stream = StreamOf(cookie);
-  stream.at_end = false;
-  const off64_t reached = lseek64(stream.fd(), *position, origin);
+  const off64_t reached = lseek64(StreamOf(cookie).fd(), *position, origin);
   if (reached < 0) return -1;
   *position = reached;
   return 0;
@@ -71,6 +72,10 @@ int SeekStream(void* cookie, off64_t* position, int origin) {
 
 int CloseStream(void* cookie) {
   const std::unique_ptr<Stream> stream(&StreamOf(cookie));
+  {
+    const std::lock_guard lock(open_streams_mutex);
+    std::erase(open_streams, stream->handle);
+  }
   bool failed = FaultDue(Operation::fclose) || stream->write_failed;
   if (stream->writes && !failed) failed = stream->replacement.Commit() != ERROR_SUCCESS;
   if (failed) errno = EIO;
@@ -82,11 +87,15 @@ DWORD OpenStream(std::u16string_view path, bool writes, FILE*& file) {
   stream->writes = writes;
   const DWORD error = writes ? stream->replacement.Begin(path) : OpenForReading(path, stream->file);
   if (error != ERROR_SUCCESS) return error;
+  const std::lock_guard lock(open_streams_mutex);
+  open_streams.reserve(open_streams.size() + 1);
   file = fopencookie(stream.get(), writes ? "w+" : "r",
                      {ReadStream, writes ? WriteStream : nullptr, SeekStream, CloseStream});
   if (!file) return ERROR_NOT_ENOUGH_MEMORY;
+  if (writes) setvbuf(file, nullptr, _IONBF, 0);
+  stream->handle = file;
+  open_streams.push_back(file);
   stream.release();
-  setvbuf(file, nullptr, _IONBF, 0);
   return ERROR_SUCCESS;
 }
 
@@ -100,6 +109,21 @@ DWORD OpenStreamAs(std::u16string_view path, std::u16string_view mode, FILE*& fi
 }  // namespace
 
 }  // namespace phone
+
+/// In the place of the C library's function of this name; the label keeps its declaration's attributes out of the way.
+extern "C" std::size_t ReadFromStream(void* data, std::size_t size, std::size_t count, FILE* file) __asm__("fread");
+
+std::size_t ReadFromStream(void* data, std::size_t size, std::size_t count, FILE* file) {
+  if (phone::IsPhoneStream(file) && phone::FaultDue(phone::Operation::fread)) {
+    file->_flags |= _IO_ERR_SEEN;
+    errno = EIO;
+    return 0;
+  }
+  flockfile(file);
+  const std::size_t done = fread_unlocked(data, size, count, file);
+  funlockfile(file);
+  return done;
+}
 
 FILE* _wfopen(const WCHAR* path, const WCHAR* mode) {
   FILE* file = nullptr;

@@ -77,6 +77,11 @@ Walk BeginWalk(const Volume& mounted, Elements elements) {
   return {mounted.root.get(), mounted.folder, elements, false};
 }
 
+/// Why a folder on the way could not be opened: what is no folder, or is gone, is a path that does not lead anywhere.
+DWORD FolderError() {
+  return errno == ENOENT ? ERROR_PATH_NOT_FOUND : ErrorOf(errno, ERROR_PATH_NOT_FOUND);
+}
+
 /// Goes along all elements; the last one's folder stays open in `place`.
 DWORD WalkTo(const Walk& walk, Place& place) {
   place = {UniqueFd(fcntl(walk.folder, F_DUPFD_CLOEXEC, 0)), {}, walk.path, walk.read_only};
@@ -85,7 +90,7 @@ DWORD WalkTo(const Walk& walk, Place& place) {
     if (i > 0) {
       if (place.found.kind != Kind::folder) return ERROR_PATH_NOT_FOUND;
       place.folder = OpenFolder(place.folder.get(), place.found.disk_name.c_str());
-      if (!place.folder) return ErrorOf(errno, ERROR_PATH_NOT_FOUND);
+      if (!place.folder) return FolderError();
     }
     if (const DWORD error = FindName(place.folder.get(), walk.elements[i], place.found)) return error;
     place.path /= place.found.disk_name;
@@ -172,7 +177,7 @@ DWORD OpenSources(const PhonePath& folder, std::vector<FolderSource>& sources) {
   if (const DWORD error = WalkTo(walk, place)) return error;
   UniqueFd opened =
       walk.elements.empty() ? std::move(place.folder) : OpenFolder(place.folder.get(), place.found.disk_name.c_str());
-  if (!opened) return ErrorOf(errno, ERROR_PATH_NOT_FOUND);
+  if (!opened) return FolderError();
   const Elements program = mounted->program_folder.elements;
   const bool is_program_folder = folder.elements.size() == program.size() && BeginsWith(folder.elements, program);
   sources.push_back({std::move(opened), is_program_folder ? ShowsOwnFiles : ShowsAll});

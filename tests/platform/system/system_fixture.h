@@ -1,0 +1,66 @@
+/// \file
+/// A phone without windows: a phone folder of its own, a clock that moves when told, and the program's threads.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <string_view>
+
+#include "support/test_host.h"
+#include "system/faults.h"
+#include "system/files.h"
+#include "system/handles.h"
+#include "system/outside.h"
+#include "system/scheduler.h"
+
+class SystemTest : public testing::Test {
+ protected:
+  SystemTest() {
+    std::string pattern = testing::TempDir() + "phoneXXXXXX";
+    base = mkdtemp(pattern.data());
+    folder = base / "phone";
+    std::filesystem::create_directories(base / "data/GFX");
+    Mount();
+    phone::ResetOutside(host);
+    phone::ResetFaults();
+    phone::StartScheduler(host, false);
+  }
+
+  ~SystemTest() override {
+    phone::JoinThreads();
+    phone::StopScheduler();
+    phone::UnmountFiles();
+    phone::ResetFaults();
+    std::filesystem::remove_all(base);
+  }
+
+  void Mount() { phone::MountFiles(folder, base / "data", u"\\Program Files\\App\\app.exe"); }
+
+  static void Put(const std::filesystem::path& path, std::string_view content) {
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << content;
+  }
+
+  /// The file's content, "(none)" for a file that is not there.
+  static std::string Content(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return file ? std::string(std::istreambuf_iterator<char>(file), {}) : "(none)";
+  }
+
+  static DWORD Write(std::u16string_view path, std::string_view content) {
+    return phone::WriteWholeFile(path, std::as_bytes(std::span(content)));
+  }
+
+  /// How many entries a folder of this machine has, stray files included.
+  static std::ptrdiff_t CountIn(const std::filesystem::path& path) {
+    return std::distance(std::filesystem::directory_iterator(path), {});
+  }
+
+  std::filesystem::path base;
+  std::filesystem::path folder;  ///< the phone folder
+  TestHost host;
+};
