@@ -38,11 +38,8 @@ struct Ending {
 
 struct Execution;
 
-/// A part of a command after which the phone runs until nothing is left to do.
-struct Step {
-  std::function<void(Execution&)> act;
-  bool frame_after = true;  ///< a frame may be painted
-};
+/// A part of a command after which the phone runs until nothing is left to do, painting at most once.
+using Step = std::function<void(Execution&)>;
 
 /// A command being carried out.
 struct Execution {

@@ -21,9 +21,9 @@ constexpr std::uint32_t kLargestSide = 4096;
 constexpr std::uint32_t kDefaultStep = 16;
 
 /// A command of one step.
-Parsed Do(std::function<void(Execution&)> act) {
+Parsed Do(Step act) {
   Command command;
-  command.steps.push_back({std::move(act)});
+  command.steps.push_back(std::move(act));
   return command;
 }
 
@@ -41,11 +41,10 @@ std::u16string Utf16(std::string_view text) {
 // --- Keys ---
 
 Parsed PressAndRelease(const Key& key) {
-  constexpr bool no_frame = false;
-  Command command;
-  command.steps.push_back({[key](Execution&) { Press(key); }, no_frame});
-  command.steps.push_back({[key](Execution&) { Release(key); }});
-  return command;
+  return Do([key](Execution&) {
+    Press(key);
+    Release(key);
+  });
 }
 
 Parsed ParseKey(Arguments& arguments) {
@@ -68,12 +67,9 @@ Parsed ParseKeyUp(Arguments& arguments) {
 Parsed ParseType(Arguments& arguments) {
   const std::u16string text = Utf16(arguments.Rest());
   if (text.empty()) return std::nullopt;
-  Command command;
-  for (const char16_t unit : text) {
-    const bool last = &unit == &text.back();
-    command.steps.push_back({[unit](Execution&) { phone::TypeCharacter(unit); }, last});
-  }
-  return command;
+  return Do([text](Execution&) {
+    for (const char16_t unit : text) phone::TypeCharacter(unit);
+  });
 }
 
 Parsed ParseSoftKey(Arguments& arguments) {
@@ -176,7 +172,7 @@ void MoveOn(Execution& execution, Waiting waiting) {
   execution.clock.MoveBy(advance);
   waiting.left -= advance;
   waiting.step_left = waiting.step_left == advance ? waiting.step : waiting.step_left - advance;
-  if (waiting.left) execution.steps.push_back({[waiting](Execution& next) { MoveOn(next, waiting); }});
+  if (waiting.left) execution.steps.push_back([waiting](Execution& next) { MoveOn(next, waiting); });
 }
 
 Parsed ParseWait(Arguments& arguments) {

@@ -5,7 +5,6 @@
 
 #include "aygshell.h"
 #include "hosts/headless/arguments.h"
-#include "hosts/keys.h"
 #include "phone.h"
 #include "system/text.h"
 
@@ -15,13 +14,12 @@ namespace {
 struct NamedKey {
   std::string_view name;
   UINT code;
-  const char16_t* typed;
 };
 
 constexpr NamedKey kKeys[] = {
-    {"up", VK_UP, u""},         {"down", VK_DOWN, u""},  {"left", VK_LEFT, u""},       {"right", VK_RIGHT, u""},
-    {"action", VK_RETURN, u""}, {"back", VK_TBACK, u""}, {"softleft", VK_TSOFT1, u""}, {"softright", VK_TSOFT2, u""},
-    {"delete", VK_DELETE, u""}, {"home", VK_HOME, u""},  {"end", VK_END, u""},         {"space", VK_SPACE, u" "},
+    {"up", VK_UP},         {"down", VK_DOWN},  {"left", VK_LEFT},       {"right", VK_RIGHT},
+    {"action", VK_RETURN}, {"back", VK_TBACK}, {"softleft", VK_TSOFT1}, {"softright", VK_TSOFT2},
+    {"delete", VK_DELETE}, {"home", VK_HOME},  {"end", VK_END},         {"space", VK_SPACE},
 };
 
 constexpr std::uint32_t kLargestCode = 0xFFFF;
@@ -35,9 +33,9 @@ bool IsOneCharacter(const std::u16string& text) {
 std::optional<Key> KeyByName(std::string_view name) {
   const auto* const named =
       std::find_if(std::begin(kKeys), std::end(kKeys), [&](const NamedKey& key) { return key.name == name; });
-  if (named != std::end(kKeys)) return Key{named->code, named->typed};
+  if (named != std::end(kKeys)) return Key{named->code, {}};
   const std::optional<std::u16string> text = phone::ToUtf16(name);
-  if (text && IsOneCharacter(*text)) return Key{hosts::KeyOfCharacter(text->front()), *text};
+  if (text && IsOneCharacter(*text)) return Key{0, *text};
   if (!name.starts_with('#')) return std::nullopt;
   const auto code = ParseNumber(name.substr(1), 1, kLargestCode);
   if (!code) return std::nullopt;

@@ -11,8 +11,8 @@
 namespace headless {
 
 struct Key {
-  UINT code = 0;         ///< virtual-key code; 0 for a character that no key stands for
-  std::u16string typed;  ///< what the key types
+  UINT code = 0;         ///< virtual-key code; 0 for a character
+  std::u16string typed;  ///< the character
 };
 
 /// A named key, one character, or `#CODE`. Nothing for another name.

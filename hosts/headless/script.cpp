@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <iterator>
 
 namespace headless {
 
@@ -15,15 +16,15 @@ Script::~Script() {
   if (wake_ >= 0) close(wake_);
 }
 
-Script::Event Script::Next(std::string& line) {
+Script::Event Script::Next(std::string& line, int watched) {
   while (!TakeLine(line)) {
     if (ended_) return Event::end;
-    pollfd waiting[] = {{input_, POLLIN, 0}, {wake_, POLLIN, 0}};
-    if (poll(waiting, 2, -1) < 0 && errno != EINTR) {
+    pollfd waiting[] = {{input_, POLLIN, 0}, {wake_, POLLIN, 0}, {watched, POLLIN, 0}};
+    if (poll(waiting, std::size(waiting), -1) < 0 && errno != EINTR) {
       ended_ = true;
       continue;
     }
-    if (Woken()) return Event::woken;
+    if (Woken() || waiting[2].revents) return Event::woken;
     if (waiting[0].revents) Fill();
   }
   return Event::line;

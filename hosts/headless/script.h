@@ -20,8 +20,8 @@ class Script {
   Script(const Script&) = delete;
   Script& operator=(const Script&) = delete;
 
-  /// Waits for the next line, without its end.
-  Event Next(std::string& line);
+  /// Waits for the next line, without its end. `watched` is a descriptor to look out for meanwhile; -1: none.
+  Event Next(std::string& line, int watched);
   /// Number of the line that was given last, from 1.
   int LineNumber() const { return line_number_; }
   /// Makes the running or the next Next return at once. Any thread.

@@ -5,6 +5,7 @@
 
 #include "graphics/trace.h"
 #include "hosts/headless/reply.h"
+#include "system/instance.h"
 #include "system/text.h"
 
 namespace headless {
@@ -47,7 +48,7 @@ void ScriptedHost::WaitForInput(bool) {
 bool ScriptedHost::BeginNext() {
   std::string line;
   do {
-    const Script::Event event = script_ended_ ? Script::Event::end : script_.Next(line);
+    const Script::Event event = script_ended_ ? Script::Event::end : script_.Next(line, phone::RaiseDescriptor());
     script_ended_ = event == Script::Event::end;
     if (event != Script::Event::line) return false;
   } while (SaysNothing(line));
@@ -66,9 +67,9 @@ void ScriptedHost::TakeStep() {
   Execution& execution = running_->execution;
   const Step step = std::move(execution.steps.front());
   execution.steps.pop_front();
-  frame_allowed_ = step.frame_after;
+  frame_allowed_ = true;
   frames_seen_ = phone::FramesPainted();
-  step.act(execution);
+  step(execution);
   // Who is woken up by the clock goes first, so that the step's frame shows what came of it.
   phone::LetThreadsRun();
 }
@@ -102,7 +103,7 @@ void ScriptedHost::ServeAfterEnd(const std::function<void(const std::function<vo
     if (!BeginNext()) continue;
     if (running_->command.after_end) {
       with_phone([this] {
-        for (const Step& step : running_->execution.steps) step.act(running_->execution);
+        for (const Step& step : running_->execution.steps) step(running_->execution);
         Answer(Describe());
       });
     } else {

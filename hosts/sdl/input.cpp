@@ -4,7 +4,6 @@
 #include <iterator>
 
 #include "aygshell.h"
-#include "hosts/keys.h"
 #include "system/text.h"
 
 namespace sdl {
@@ -32,12 +31,7 @@ PhoneKey KeyOf(SDL_Keycode key) {
 }
 
 void TypeText(const char* text) {
-  for (const char16_t unit : phone::ToUtf16(text).value_or(std::u16string())) {
-    const UINT code = hosts::KeyOfCharacter(unit);
-    if (code) phone::PressKey(code);
-    phone::TypeCharacter(unit);
-    if (code) phone::ReleaseKey(code);
-  }
+  for (const char16_t unit : phone::ToUtf16(text).value_or(std::u16string())) phone::TypeCharacter(unit);
 }
 
 }  // namespace sdl

@@ -16,7 +16,7 @@ struct PhoneKey {
 /// The phone's key for one of the keyboard's that types nothing; code 0 for a key the phone has not.
 PhoneKey KeyOf(SDL_Keycode key);
 
-/// Types text into the phone, character by character, by the keys the characters stand on.
+/// Types text into the phone, character by character.
 void TypeText(const char* text);
 
 }  // namespace sdl

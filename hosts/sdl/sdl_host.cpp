@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "hosts/sdl/input.h"
+#include "system/instance.h"
 
 namespace sdl {
 namespace {
@@ -50,6 +51,7 @@ void SdlHost::WaitForInput(bool waiting_for_frame) {
     return;
   }
   if (phone::LetThreadsRun()) return;
+  WatchForSecondStart();
   SDL_Event event;
   if (waiting_for_frame) {
     const auto until_due = static_cast<std::int32_t>(next_frame_ - TickCount());
@@ -143,7 +145,16 @@ void SdlHost::HandleWindow(const SDL_WindowEvent& event) {
   }
 }
 
+/// The phone looks for requests itself when it is woken up; it only has to be.
+void SdlHost::WatchForSecondStart() {
+  const int descriptor = phone::RaiseDescriptor();
+  if (descriptor == watched_start_) return;
+  watched_start_ = descriptor;
+  if (descriptor >= 0) watcher_.Watch(descriptor);
+}
+
 void SdlHost::HandleReadable(int descriptor) {
+  if (descriptor == watched_start_) watched_start_ = -1;
   const auto viewer = std::find_if(viewers_.begin(), viewers_.end(),
                                    [&](const Viewer& candidate) { return candidate.descriptor() == descriptor; });
   if (viewer == viewers_.end()) return;

@@ -41,6 +41,7 @@ class SdlHost : public phone::Host {
   void HandleKey(const SDL_KeyboardEvent& event);
   void HandleText(const char* text);
   void HandleWindow(const SDL_WindowEvent& event);
+  void WatchForSecondStart();
   void HandleReadable(int descriptor);
   void ComeBack();
   void Notify(const std::string& notice);
@@ -52,6 +53,7 @@ class SdlHost : public phone::Host {
   std::uint32_t next_frame_ = 0;  ///< tick from which a frame may be painted
   bool away_ = false;             ///< the program has left the foreground
   bool notice_shown_ = false;
+  int watched_start_ = -1;  ///< the descriptor that tells of a second start, while it is watched
   std::string failure_;
 };
 

@@ -1,0 +1,212 @@
+// Which screen each key and command leads to, and what the screens are made of.
+
+#include "app/app_test.h"
+
+namespace {
+
+struct Transition {
+  const char* from;
+  Lines input;
+  const char* to;
+};
+
+class Transitions : public AppTest, public testing::WithParamInterface<Transition> {};
+
+TEST_P(Transitions, LeadThere) {
+  ScriptedPhone phone(folder);
+  const Transition& transition = GetParam();
+  phone.Play(WayTo().at(transition.from));
+  ASSERT_EQ(phone.Screen(), transition.from);
+  phone.Play(transition.input);
+  EXPECT_EQ(phone.Screen(), transition.to);
+  EXPECT_EQ(phone.State()["bars_visible"], 1);
+  EXPECT_EQ(phone.End(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Screens, Transitions,
+    testing::Values(Transition{"Select Theme", {"key action"}, "Select Plugins"},
+                    Transition{"Select Theme", {"softkey left", "menu Edit"}, "Select Plugins"},
+                    Transition{"Select Theme", {"command 40010"}, "About"},
+                    Transition{"Select Theme", {"key back"}, "Select Theme"},
+                    Transition{"Select Plugins", {"softkey right"}, "Select Theme"},
+                    Transition{"Select Plugins", {"key back"}, "Select Theme"},
+                    Transition{"Select Plugins", {"keydown back"}, "Select Plugins"},
+                    Transition{"Select Plugins", {"key action"}, "Select Plugins"},
+                    Transition{"Select Plugins", {"command 40003"}, "Choose Plugin"},
+                    Transition{"Select Plugins", {"command 40005"}, "Add to favorites"},
+                    Transition{"Select Plugins", {"command 40007"}, "Save Theme"},
+                    Transition{"Save Theme", {"softkey right"}, "Select Plugins"},
+                    Transition{"Save Theme", {"key back"}, "Save Theme"},
+                    Transition{"Save Theme", {"type !", "softkey left", "answer yes", "answer no"}, "Select Theme"},
+                    Transition{"Save Theme", {"softkey left", "answer no"}, "Save Theme"},
+                    Transition{"Choose Plugin", {"key action"}, "Select Plugins"},
+                    Transition{"Choose Plugin", {"softkey left", "menu Add Plugin"}, "Select Plugins"},
+                    Transition{"Choose Plugin", {"softkey right"}, "Select Plugins"},
+                    Transition{"Choose Plugin", {"key back"}, "Select Plugins"},
+                    Transition{"Choose Plugin", {"keydown back"}, "Choose Plugin"},
+                    Transition{"Add to favorites", {"softkey left"}, "Select Plugins"},
+                    Transition{"Add to favorites", {"softkey right"}, "Select Plugins"},
+                    Transition{"Add to favorites", {"key back"}, "Add to favorites"},
+                    Transition{"About", {"softkey right"}, "Select Theme"},
+                    Transition{"About", {"softkey left"}, "About"}, Transition{"About", {"key back"}, "About"},
+                    Transition{"About", {"key action"}, "About"}));
+
+struct Inert {
+  const char* screen;
+  Lines input;
+};
+
+class InertInput : public AppTest, public testing::WithParamInterface<Inert> {};
+
+/// What the program has not been asked to do it does not do.
+TEST_P(InertInput, ChangesNothing) {
+  ScriptedPhone phone(folder);
+  phone.Play(WayTo().at(GetParam().screen));
+  phone.Play({"wait 600"});
+  const auto look = [&phone] {
+    Json seen = phone.Play({"repaint"});
+    Json state = phone.State();
+    for (const char* const field : {"calls", "tick", "painted", "frames", "ops"}) state.erase(field);
+    seen["state"] = state;
+    return seen;
+  };
+  const Json before = look();
+  const std::vector<std::string> files = FilesBelow(folder.path());
+  phone.Play(GetParam().input);
+  EXPECT_EQ(look(), before);
+  EXPECT_EQ(FilesBelow(folder.path()), files);
+}
+
+const Lines kOtherKeys = {"key left",       "key right", "key #65",       "hotkey 112 up",
+                          "hotkey 27 down", "command 0", "command 40006", "command 40011"};
+
+Lines OtherKeysAnd(const Lines& more) {
+  Lines lines = kOtherKeys;
+  Append(lines, more);
+  return lines;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Screens, InertInput,
+    testing::Values(Inert{"Select Theme", OtherKeysAnd({"command 40001", "command 40003", "command 40005"})},
+                    Inert{"Select Plugins", OtherKeysAnd({"command 40001", "command 40008", "command 40010"})},
+                    Inert{"Choose Plugin", OtherKeysAnd({"command 40001", "command 40003", "command 40005",
+                                                         "command 40008", "command 40010"})},
+                    Inert{"Save Theme",
+                          {"command 40003", "command 40004", "command 40005", "command 40007", "command 40008",
+                           "command 40009", "command 40010", "key action"}},
+                    Inert{"Add to favorites",
+                          {"command 40003", "command 40004", "command 40005", "command 40007", "command 40008",
+                           "command 40009", "command 40010", "key up", "key down"}},
+                    Inert{"About", OtherKeysAnd({"key up", "key down", "command 40001", "command 40003",
+                                                 "command 40004", "command 40005", "command 40007", "command 40008",
+                                                 "command 40009", "command 40010"})}));
+
+struct Bar {
+  const char* screen;
+  const char* left;
+  const char* right;
+  Json menu;
+  std::size_t edits;
+};
+
+TEST_F(AppTest, EachScreenHasItsSoftKeysMenuAndFields) {
+  const Bar bars[] = {
+      {"Select Theme", "Options", "Exit", {"Edit", "Apply", "Delete", "About", "Help"}, 0},
+      {"Select Plugins",
+       "Options",
+       "Cancel",
+       {"Add new plugin", "Remove from theme", "Add to favorites", "Save as", "Help"},
+       0},
+      {"Choose Plugin", "Options", "Cancel", {"Add Plugin", "Delete", "Help"}, 0},
+      {"Save Theme", "Save", "Cancel", nullptr, 2},
+      {"Add to favorites", "Save", "Cancel", nullptr, 1},
+      {"About", " ", "Back", nullptr, 0},
+  };
+  for (const Bar& bar : bars) {
+    SCOPED_TRACE(bar.screen);
+    ScriptedPhone phone(folder);
+    phone.Play(WayTo().at(bar.screen));
+    const Json state = phone.State();
+    EXPECT_EQ(state["bar"], Json({{"left", bar.left}, {"right", bar.right}}));
+    EXPECT_EQ(state["edits"].size(), bar.edits);
+    EXPECT_EQ(state["windows"], 1 + 5 + bar.edits);
+    if (bar.menu.is_null()) continue;
+    EXPECT_EQ(phone.Play({"softkey left", "state"})["menu"], bar.menu);
+  }
+}
+
+TEST_F(AppTest, BackOnTheFirstScreenAndOnAboutLeavesTheForegroundOnRelease) {
+  for (const char* const screen : {"Select Theme", "About"}) {
+    ScriptedPhone phone(folder);
+    phone.Play(WayTo().at(screen));
+    EXPECT_EQ(phone.Play({"keydown back", "state"})["back_navigations"], 0);
+    Json state = phone.Play({"keyup back", "state"});
+    EXPECT_EQ(state["back_navigations"], 1);
+    EXPECT_EQ(state["foreground"], false);
+    phone.Play({"key action", "key down"});
+    EXPECT_EQ(phone.Screen(), screen) << "keys do nothing in the background";
+    state = phone.Play({"focus main", "state"});
+    EXPECT_EQ(state["foreground"], true);
+    EXPECT_EQ(state["focus"], "main");
+  }
+}
+
+TEST_F(AppTest, HelpAndTheProductPageOpenInTheBrowser) {
+  const std::pair<const char*, const char*> pages[] = {
+      {"Select Theme", "help_en.html"}, {"Select Plugins", "help_en.html"}, {"Choose Plugin", "help_en.html"}};
+  for (const auto& [screen, page] : pages) {
+    ScriptedPhone phone(folder);
+    phone.Play(WayTo().at(screen));
+    phone.Menu("Help");
+    const Json launched = phone.State()["launched"];
+    ASSERT_EQ(launched.size(), 1u) << screen;
+    EXPECT_EQ(launched[0]["file"], "\\Windows\\iexplore.exe");
+    EXPECT_EQ(launched[0]["parameters"], "\\Program Files\\Quillmark\\help_en.html") << page;
+  }
+  ScriptedPhone phone(folder);
+  phone.Play(WayTo().at("About"));
+  phone.Play({"fail ShellExecuteEx", "key action", "key action"});
+  const Json launched = phone.State()["launched"];
+  ASSERT_EQ(launched.size(), 1u) << "a failed call is no launch";
+  EXPECT_EQ(launched[0]["parameters"], "\\Program Files\\Quillmark\\product_en.html");
+}
+
+TEST_F(AppTest, AboutShowsAPictureThatFitsTheScreenAndTheVersion) {
+  const std::pair<const char*, Json> shapes[] = {{"portrait", {240, 278}}, {"landscape", {320, 198}}};
+  for (const auto& [shape, size] : shapes) {
+    ScriptedPhone phone(folder, {"--screen", shape});
+    phone.Play(WayTo().at("About"));
+    const Json ops = phone.Play({"repaint"})["ops"];
+    EXPECT_EQ(TextsIn({{"ops", ops}}), Lines{"Version: 1.01 Build: 1053"});
+    const Json& picture = ops.at(1);
+    EXPECT_EQ(Json({picture["x"], picture["y"], picture["w"], picture["h"]}), Json({0, 0, size[0], size[1]}));
+  }
+}
+
+TEST_F(AppTest, FieldsPassTheFocusOnAndDeleteWithBack) {
+  ScriptedPhone phone(folder);
+  phone.Play(WayTo().at("Save Theme"));
+  Json state = phone.State();
+  EXPECT_EQ(state["focus"], 0);
+  EXPECT_EQ(state["edits"][0]["text"], "Beta");
+  EXPECT_EQ(state["edits"][1]["text"], "beta.home.xml");
+  EXPECT_EQ(state["edits"][0]["rect"], Json({10, 60, 220, 27}));
+  EXPECT_EQ(state["edits"][1]["rect"], Json({10, 140, 220, 27}));
+  const std::pair<const char*, int> moves[] = {{"key down", 1}, {"key down", 0}, {"key up", 1}, {"key up", 0}};
+  for (const auto& [key, focus] : moves) EXPECT_EQ(phone.Play({key, "state"})["focus"], focus) << key;
+  state = phone.Play({"key back", "key back", "type lt é", "state"});
+  EXPECT_EQ(state["edits"][0]["text"], "Belt é");
+  EXPECT_EQ(state["back_forwarded"], 4) << "on press and on release";
+  // Coming back to the program gives the first field the focus again.
+  EXPECT_EQ(phone.Play({"key down", "focus main", "state"})["focus"], 0);
+  // The form of the favourites has one field, and keeps the focus in it.
+  phone.Play({"softkey right", "softkey left", "menu Add to favorites"});
+  state = phone.Play({"key down", "key up", "state"});
+  EXPECT_EQ(state["focus"], 0);
+  EXPECT_EQ(state["edits"].size(), 1u);
+  EXPECT_EQ(state["edits"][0]["text"], "radio");
+}
+
+}  // namespace
