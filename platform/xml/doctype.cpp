@@ -35,12 +35,11 @@ bool IsNamespaceDeclaration(const xmlAttribute* declaration) noexcept {
   return View(declaration->prefix) == "xmlns" || (!declaration->prefix && View(declaration->name) == "xmlns");
 }
 
-bool HasAlike(const xmlDoc* target, const xmlNode* element, const xmlAttribute* declaration) noexcept {
-  const xmlElement* const description = Description(target, element);
-  for (const xmlAttribute* other = description ? description->attributes : nullptr; other; other = other->nexth)
-    if (xmlStrEqual(other->name, declaration->name) && xmlStrEqual(other->prefix, declaration->prefix))
-      return xmlStrEqual(other->defaultValue, declaration->defaultValue) != 0;
-  return false;
+bool HasAlike(const xmlDoc* target, const xmlAttribute* declaration) noexcept {
+  if (!HasDoctype(target)) return false;
+  const xmlAttribute* const other =
+      xmlGetDtdQAttrDesc(target->intSubset, declaration->elem, declaration->name, declaration->prefix);
+  return other && xmlStrEqual(other->defaultValue, declaration->defaultValue);
 }
 
 /// The entity a reference names, where the reference would lose its meaning in `target`.
@@ -60,7 +59,7 @@ void WriteDefault(xmlNode* element, const xmlAttribute* declaration) {
 void WriteDefaults(xmlNode* element, xmlDoc* target) {
   for (const xmlAttribute* declaration = NextDefault(element, nullptr); declaration;) {
     const xmlAttribute* const next = NextDefault(element, declaration);
-    if (!HasAlike(target, element, declaration)) WriteDefault(element, declaration);
+    if (!HasAlike(target, declaration)) WriteDefault(element, declaration);
     declaration = next;
   }
 }
@@ -95,6 +94,22 @@ std::size_t SizeOf(const xmlEntity* entity) noexcept {
 
 }  // namespace
 
+xmlNode* CopyDoctype(xmlDtd* doctype) {
+  xmlDtd* const copy = xmlCopyDtd(doctype);
+  if (!copy) throw std::bad_alloc();
+  xmlSetTreeDoc(AsNode(copy), doctype->doc);
+  // The copied descriptions of elements have lost their attributes.
+  for (xmlNode* child = copy->last; child; child = child->prev) {
+    if (child->type != XML_ATTRIBUTE_DECL) continue;
+    xmlAttribute* const declaration = AsDeclaration(child);
+    xmlElement* const description = xmlGetDtdElementDesc(copy, declaration->elem);
+    if (!description) continue;
+    declaration->nexth = description->attributes;
+    description->attributes = declaration;
+  }
+  return AsNode(copy);
+}
+
 xmlAttribute* NextDefault(const xmlNode* element, const xmlAttribute* after) noexcept {
   const xmlElement* const description = after ? nullptr : Description(element->doc, element);
   xmlAttribute* declaration = after ? after->nexth : description ? description->attributes : nullptr;
@@ -112,7 +127,7 @@ bool LeansOnDoctype(xmlNode* root, xmlDoc* target) noexcept {
     if (node->type != XML_ELEMENT_NODE) return;
     for (const xmlAttribute* declaration = NextDefault(node, nullptr); declaration && !leans;
          declaration = NextDefault(node, declaration))
-      leans = !HasAlike(target, node, declaration);
+      leans = !HasAlike(target, declaration);
   });
   return leans;
 }

@@ -15,6 +15,9 @@ inline constexpr std::size_t kEntityBudget = std::size_t{1} << 20;
 /// How deep entities may refer to entities; libxml2's own bound.
 inline constexpr int kEntityDepth = 40;
 
+/// A copy without parent. Throws std::bad_alloc.
+xmlNode* CopyDoctype(xmlDtd* doctype);
+
 /// Walks the attributes that an element has by default: the one after `after` (null: the first).
 xmlAttribute* NextDefault(const xmlNode* element, const xmlAttribute* after) noexcept;
 

@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "xml/doctype.h"
 #include "xml/walk.h"
 
 namespace phone::xml {
@@ -113,10 +114,9 @@ bool IsImplied(const xmlNs* declaration) noexcept {
 xmlNode* CopyNode(xmlNode* node, bool deep) {
   constexpr int kDeep = 1;
   constexpr int kAttributesOnly = 2;
-  xmlNode* const copy = node->type == XML_DTD_NODE ? AsNode(xmlCopyDtd(AsDoctype(node)))
-                                                   : xmlDocCopyNode(node, node->doc, deep ? kDeep : kAttributesOnly);
+  if (node->type == XML_DTD_NODE) return CopyDoctype(AsDoctype(node));
+  xmlNode* const copy = xmlDocCopyNode(node, node->doc, deep ? kDeep : kAttributesOnly);
   if (!copy) throw std::bad_alloc();
-  if (node->type == XML_DTD_NODE) xmlSetTreeDoc(copy, node->doc);
   if (node->type != XML_ELEMENT_NODE) return copy;
   // The copy begins with its original's declarations, in order; what follows was added for names used in it.
   const xmlNs* original = node->nsDef;

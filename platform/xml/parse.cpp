@@ -46,6 +46,17 @@ void OnDoctypeEnd(void* user, const xmlChar*, const xmlChar*, const xmlChar*) {
   static_cast<Subset*>(context->_private)->end = Position(context);
 }
 
+/// Each section is a node: the default would join neighbours.
+void OnCdata(void* user, const xmlChar* value, int length) {
+  auto* const context = static_cast<xmlParserCtxt*>(user);
+  xmlNode* const section = xmlNewCDataBlock(context->myDoc, value, length);
+  if (section && xmlAddChild(context->node, section)) return;
+  xmlFreeNode(section);
+  context->errNo = XML_ERR_NO_MEMORY;
+  context->wellFormed = 0;
+  xmlStopParser(context);
+}
+
 xmlParserInput* RefuseEntity(void*, const xmlChar*, const xmlChar*) {
   return nullptr;
 }
@@ -58,6 +69,7 @@ Context MakeContext(Subset& subset) {
   context->_private = &subset;
   context->sax->internalSubset = OnDoctypeBegin;
   context->sax->externalSubset = OnDoctypeEnd;
+  context->sax->cdataBlock = OnCdata;
   context->sax->resolveEntity = RefuseEntity;
   context->sax->serror = KeepSilent;
   return context;

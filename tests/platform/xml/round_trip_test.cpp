@@ -1,0 +1,93 @@
+#include <string>
+#include <string_view>
+
+#include "dom.h"
+
+namespace {
+
+using namespace std::string_view_literals;
+
+class RoundTrips : public DomFiles {};
+
+TEST_F(RoundTrips, KeepWhatTheWriterDoesNotChange) {
+  // Each comes back byte for byte, but for the line break after each top-level node.
+  const std::string_view documents[] = {
+      "<home/>\n",
+      "<?xml version=\"1.0\"?>\n<home/>\n",
+      "<?xml version='1.0' encoding='utf-8' standalone=\"yes\"?>\n<home>\xE4\xB8\xAD \xF0\x9F\x98\x80</home>\n",
+      "<!-- a & b -->\n<?pi x < y?>\n<home>\n\t<title lang=\"0x0409\">T</title>\n <!--c--> \n<?in side "
+      "?></home>\n<!--z-->\n",
+      "<home> \n <a> </a>\n</home>\n",
+      "<home><a x=\"&lt;&amp;&quot;'&#10;&#9;&#13;\">&lt;&amp;&gt;\"'&#13;</a></home>\n",
+      "<home><a><![CDATA[<raw> & ]]]]><![CDATA[>]]></a><b><![CDATA[one]]><![CDATA[two]]><![CDATA[]]></b></home>\n",
+      "<home z=\"1\" a=\"2\" M=\"3\"><plugin name=\"n\" clsid=\"{1}\"/></home>\n",
+      "<home xmlns=\"u:1\" xmlns:p=\"u:2\" p:a=\"1\"><plugin p:b=\"2\"><p:c xmlns:q=\"u:3\" "
+      "q:d=\"3\"/></plugin></home>\n",
+      "<p:home xmlns:p=\"u:1\"><plugin/><p:plugin xmlns=\"u:2\"><x/><y xmlns=\"\"/></p:plugin></p:home>\n",
+      "<home xmlns=\"u:1\"><plugin xmlns=\"u:1\"/><plugin xmlns=\"\"><x/></plugin></home>\n",
+      "<home xml:lang=\"de\"><a xml:space=\"preserve\"> </a></home>\n",
+      "<!DOCTYPE home>\n<home/>\n",
+      "<!DOCTYPE home SYSTEM \"http://127.0.0.1/home.dtd\">\n<home/>\n",
+      "<!DOCTYPE home PUBLIC \"-//X//Y\" 'a\"b'>\n<home/>\n",
+      "<!DOCTYPE home [\n <!-- > ]> -->\n <!ENTITY e 'v<b>w</b>'>  <!ELEMENT home ANY>\n"
+      " <!ATTLIST home d CDATA \"def\" id ID #IMPLIED>\n <?pi ]?> ]>\n<home id=\"i\" a=\"1 &lt;\">1&e;2 &e;</home>\n",
+      "<!DOCTYPE html PUBLIC \"-//W3C//DTD XHTML 1.0 Strict//EN\" "
+      "\"http://www.w3.org/TR/xhtml1/DTD/xhtml1-strict.dtd\">\n"
+      "<html xmlns=\"http://www.w3.org/1999/xhtml\"><head/><body><br/></body></html>\n",
+  };
+  for (const std::string_view document : documents) EXPECT_EQ(document, RoundTrip(document));
+}
+
+TEST_F(RoundTrips, KeepReferencesToEntitiesInAttributes) {
+  constexpr auto kDocument = "<!DOCTYPE home [<!ENTITY e 'v'>]>\n<home a=\"1 &e; 2\"><b c=\"&e;\"/>&e;</home>\n";
+  EXPECT_EQ(kDocument, RoundTrip(kDocument));
+}
+
+TEST_F(RoundTrips, KeepEncodings) {
+  const std::string_view documents[] = {
+      "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n<!--\x80-->\n<home a=\"\xE9\">\x80\xFC</home>\n",
+      "<?xml version=\"1.0\" encoding=\"ISO-8859-5\"?>\n<home>\xD0\xD1\xD2</home>\n",
+      "<?xml version=\"1.0\" encoding=\"Shift_JIS\"?>\n<home>\x83\x5C\x83\x8B</home>\n",
+      "<?xml version=\"1.0\" encoding=\"GBK\"?>\n<home \xD6\xD0=\"\xB9\xFA\"/>\n",
+      "\xFF\xFE<\0?\0x\0m\0l\0 \0v\0e\0r\0s\0i\0o\0n\0=\0'\0001\0.\0000\0'\0 \0e\0n\0c\0o\0d\0i\0n\0g\0=\0'\0"
+      "U\0T\0F\0-\0001\0006\0'\0?\0>\0\n\0<\0h\0o\0m\0e\0>\0-\x4E<\0/\0h\0o\0m\0e\0>\0\n\0"sv,
+  };
+  for (const std::string_view document : documents) EXPECT_EQ(document, RoundTrip(document));
+}
+
+TEST_F(RoundTrips, ReadByteOrderMarks) {
+  EXPECT_EQ("<home>\xC3\xA9</home>\n", RoundTrip("\xEF\xBB\xBF<home>\xC3\xA9</home>"));
+  EXPECT_EQ("<home>\xC3\xA9</home>\n", RoundTrip("\xFE\xFF\0<\0h\0o\0m\0e\0>\0\xE9\0<\0/\0h\0o\0m\0e\0>"sv));
+  EXPECT_EQ("<a/>\n", RoundTrip("\xFF\xFE<\0a\0/\0>\0"sv));
+}
+
+TEST_F(RoundTrips, WriteReferencesForWhatTheEncodingCannotHold) {
+  const std::string declaration = "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n";
+  // The text of a loaded string is decoded already, whatever encoding it declares.
+  const auto save = [&](const std::string& content) {
+    const DocumentRef document = FromText(declaration + content);
+    return SUCCEEDED(Save(document, "out.xml")) ? Get("out.xml") : "(not saved)";
+  };
+  EXPECT_EQ(declaration + "<a b=\"&#20013;'&gt;\">\xE9&#128512;<![CDATA[<x]]>&#20013;<![CDATA[y>]]></a>\n",
+            save("<a b=\"\xE4\xB8\xAD'>\">\xC3\xA9\xF0\x9F\x98\x80<![CDATA[<x\xE4\xB8\xADy>]]></a>"));
+  EXPECT_EQ("(not saved)", save("<\xE4\xB8\xAD/>"));
+  EXPECT_EQ("(not saved)", save("<a><!--\xE4\xB8\xAD--></a>"));
+  EXPECT_EQ("(not saved)", save("<?pi \xE4\xB8\xAD?><a/>"));
+}
+
+TEST_F(RoundTrips, AnUnknownEncodingIsNotWritten) {
+  Put("out.xml", "old");
+  const DocumentRef document = FromText("<?xml version=\"1.0\" encoding=\"x-nothing\"?><home/>");
+  EXPECT_EQ(E_FAIL, Save(document, "out.xml"));
+  EXPECT_EQ("old", Get("out.xml"));
+  EXPECT_EQ(E_FAIL, Save(NewDocument(), "out.xml")) << "a document without a root";
+  EXPECT_EQ("old", Get("out.xml"));
+}
+
+TEST_F(RoundTrips, ErrorsOfTheFileSystemAreGivenOn) {
+  const DocumentRef document = FromText("<home/>");
+  EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND), Save(document, "nowhere\\out.xml"));
+  EXPECT_EQ(E_INVALIDARG, document->save(VARIANT{}));
+}
+
+}  // namespace
