@@ -12,7 +12,7 @@ void Put(InputKind kind, UINT value = 0) {
 }
 
 bool IsKey(UINT key) {
-  return key < TheDesktop().input.held.size();
+  return key < kKeyCodes;
 }
 
 }  // namespace

@@ -53,7 +53,7 @@ void Type(WCHAR character) {
   Desktop& desktop = TheDesktop();
   if (!desktop.foreground || !desktop.boxes.empty()) return;
   if (desktop.menu)
-    PressInMenu(character);
+    TypeInMenu(character);
   else if (desktop.focus != nullptr)
     PostToWindow(desktop.focus, WM_CHAR, character, kPressed);
 }

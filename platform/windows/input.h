@@ -27,10 +27,12 @@ struct Input {
   UINT value = 0;
 };
 
+inline constexpr std::size_t kKeyCodes = 0x10000;
+
 struct InputQueue {
   std::deque<Input> waiting;
-  std::bitset<256> held;  ///< keys that are down
-  std::bitset<256> kept;  ///< keys whose press the phone kept for itself, so that it keeps the release too
+  std::bitset<kKeyCodes> held;  ///< keys that are down
+  std::bitset<kKeyCodes> kept;  ///< keys whose press the phone kept for itself, so that it keeps the release too
 };
 
 /// Hands the first waiting input to a menu, a message box, the shell or the window with the focus. False when there is

@@ -117,9 +117,12 @@ void PressInMenu(UINT key) {
     case VK_TSOFT1: return ChooseInMenu(menu.selected);
     case VK_TBACK:
     case VK_TSOFT2: return CloseMenu();
-    default:
-      if (key >= u'1' && key < u'1' + kNumberedItems) ChooseInMenu(key - u'1');
+    default: return;
   }
+}
+
+void TypeInMenu(WCHAR character) {
+  if (character >= u'1' && character < u'1' + kNumberedItems) ChooseInMenu(character - u'1');
 }
 
 void ChooseInMenu(std::size_t index) {

@@ -31,8 +31,10 @@ inline constexpr std::u16string_view kMenuCancelLabel = u"Cancel";
 void OpenMenu(const Window& bar, const SoftKey& key, bool on_right);
 /// Closes the open menu, if any, without a choice.
 void CloseMenu();
-/// A key, or a digit as a character, pressed while a menu is open.
+/// A key pressed while a menu is open.
 void PressInMenu(UINT key);
+/// A character typed while a menu is open: a digit chooses the item of that number.
+void TypeInMenu(WCHAR character);
 /// Chooses an item by its position: the menu closes, then the bar's owner gets the command. Nothing for a position that
 /// does not exist or an item that cannot be chosen.
 void ChooseInMenu(std::size_t index);

@@ -139,14 +139,9 @@ BOOL PeekMessageW(MSG* message, HWND window, UINT first, UINT last, UINT flags) 
   });
 }
 
-BOOL TranslateMessage(const MSG* message) {
-  if (!OnUiThread() || message == nullptr) return FALSE;
-  // Characters reach the queue as such; the blank is the one key that is named and types something.
-  if (message->message != WM_KEYDOWN || message->wParam != VK_SPACE) return FALSE;
-  return Guarded<BOOL>(FALSE, [message] {
-    PostToWindow(message->hwnd, WM_CHAR, u' ', message->lParam);
-    return TRUE;
-  });
+BOOL TranslateMessage(const MSG*) {
+  // Characters reach the queue as such; no key is left to be turned into one.
+  return FALSE;
 }
 
 LRESULT DispatchMessageW(const MSG* message) {

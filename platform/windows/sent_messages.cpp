@@ -1,5 +1,8 @@
 #include "windows/sent_messages.h"
 
+#include <algorithm>
+#include <span>
+
 #include "system/handles.h"
 #include "system/outside.h"
 #include "system/scheduler.h"
@@ -42,23 +45,22 @@ LRESULT SendFromOtherThread(SentMessage& message) {
   return message.result;
 }
 
-DWORD WaitForThese(DWORD count, const HANDLE* handles, DWORD milliseconds, bool for_messages) {
-  SchedulerLock lock = LockScheduler();
-  DWORD found = WAIT_TIMEOUT;
-  const auto ready = [&] {
-    for (DWORD i = 0; i < count; ++i) {
-      if (!HandleIsSignalled(handles[i])) continue;
-      found = WAIT_OBJECT_0 + i;
-      return true;
-    }
-    if (!for_messages || TheDesktop().sent.waiting.empty()) return false;
-    found = WAIT_OBJECT_0 + count;
-    return true;
-  };
+/// What a wait ends with now; WAIT_TIMEOUT while there is nothing. Under the scheduler's lock.
+DWORD FindSignalled(std::span<const HANDLE> handles, bool for_messages) {
+  const auto found = std::ranges::find_if(handles, HandleIsSignalled);
+  if (found != handles.end()) return WAIT_OBJECT_0 + static_cast<DWORD>(found - handles.begin());
+  if (for_messages && !TheDesktop().sent.waiting.empty()) return WAIT_OBJECT_0 + static_cast<DWORD>(handles.size());
+  return WAIT_TIMEOUT;
+}
+
+DWORD WaitForThese(std::span<const HANDLE> handles, DWORD milliseconds, bool for_messages) {
+  if (!std::ranges::all_of(handles, HandleIsWaitable)) return WAIT_FAILED;
   std::optional<std::uint32_t> deadline;
   if (milliseconds != INFINITE) deadline = CurrentHost().TickCount() + milliseconds;
-  WaitUntil(lock, ready, deadline);
-  return found;
+  SchedulerLock lock = LockScheduler();
+  WaitUntil(
+      lock, [&] { return FindSignalled(handles, for_messages) != WAIT_TIMEOUT; }, deadline);
+  return FindSignalled(handles, for_messages);
 }
 
 }  // namespace
@@ -117,6 +119,6 @@ LRESULT SendMessageW(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
 DWORD MsgWaitForMultipleObjectsEx(DWORD count, const HANDLE* handles, DWORD milliseconds, DWORD wake_mask, DWORD) {
   if (!DesktopExists() || (count > 0 && handles == nullptr)) return WAIT_FAILED;
   return Guarded<DWORD>(WAIT_FAILED, [&] {
-    return WaitForThese(count, handles, milliseconds, OnUiThread() && (wake_mask & QS_SENDMESSAGE) != 0);
+    return WaitForThese({handles, count}, milliseconds, OnUiThread() && (wake_mask & QS_SENDMESSAGE) != 0);
   });
 }
