@@ -161,11 +161,14 @@ class ImagingFactory final : public Component<IImagingFactory, IID_IImagingFacto
 HRESULT CreateImagingFactory(REFIID iid, void** object) noexcept {
   if (object == nullptr) return E_POINTER;
   *object = nullptr;
-  IImagingFactory* factory = new (std::nothrow) ImagingFactory;
-  if (factory == nullptr) return E_OUTOFMEMORY;
-  const HRESULT status = factory->QueryInterface(iid, object);
-  factory->Release();
-  return status;
+  try {
+    IImagingFactory* factory = new ImagingFactory;
+    const HRESULT status = factory->QueryInterface(iid, object);
+    factory->Release();
+    return status;
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  }
 }
 
 }  // namespace phone

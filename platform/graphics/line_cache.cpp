@@ -98,15 +98,6 @@ class LineCache {
   std::size_t bytes_ = 0;
 };
 
-void Composite(Bitmap& target, pixman_image_t* pixels, pixman_image_t* mask, const Area& visible, std::int64_t image_x,
-               std::int64_t image_y) noexcept {
-  const auto x = static_cast<int>(visible.x - image_x);
-  const auto y = static_cast<int>(visible.y - image_y);
-  pixman_image_composite32(PIXMAN_OP_OVER, pixels, mask, target.opaque(), x, y, x, y, static_cast<int>(visible.x),
-                           static_cast<int>(visible.y), static_cast<int>(visible.width),
-                           static_cast<int>(visible.height));
-}
-
 }  // namespace
 
 const Line& CachedLine(const Face& face, std::u16string_view text) {
@@ -129,8 +120,10 @@ void DrawLineAt(Bitmap& target, const Area& clip, std::int64_t x, std::int64_t b
   const Area ink = {x + line->ink.x, baseline + line->ink.y, line->ink.width, line->ink.height};
   const std::optional<Area> visible = Intersect(ink, *clipped);
   if (!visible) return;
-  Composite(target, SolidColor(color), line->mask.get(), *visible, ink.x, ink.y);
-  if (line->colored != nullptr) Composite(target, line->colored.get(), nullptr, *visible, ink.x, ink.y);
+  const std::int64_t image_x = visible->x - ink.x;
+  const std::int64_t image_y = visible->y - ink.y;
+  Composite(target, *visible, SolidColor(color), line->mask.get(), image_x, image_y);
+  if (line->colored != nullptr) Composite(target, *visible, line->colored.get(), nullptr, image_x, image_y);
 }
 
 }  // namespace phone

@@ -6,39 +6,11 @@
 #include <new>
 #include <vector>
 
+#include "graphics/nearest.h"
+
 namespace phone {
 
 namespace {
-
-/// The source pixels that a run of target pixels shows: floor((i + 1/2) * source / target) for i from first, found by
-/// adding up instead of dividing.
-class NearestSteps {
- public:
-  NearestSteps(std::int64_t first, std::int64_t source, std::int64_t target) noexcept
-      : step_(source / target), fraction_step_(2 * (source % target)), scale_(2 * target) {
-    const std::int64_t position = (2 * first + 1) * source;
-    index_ = position / scale_;
-    fraction_ = position % scale_;
-  }
-
-  int Next() noexcept {
-    const std::int64_t index = index_;
-    index_ += step_;
-    fraction_ += fraction_step_;
-    if (fraction_ >= scale_) {
-      fraction_ -= scale_;
-      ++index_;
-    }
-    return static_cast<int>(index);
-  }
-
- private:
-  std::int64_t step_;
-  std::int64_t fraction_step_;
-  std::int64_t scale_;
-  std::int64_t index_;
-  std::int64_t fraction_;
-};
 
 /// Scales one row after another; a row that shows the same source row as the one before is copied.
 class RowScaler {
@@ -108,8 +80,10 @@ Bitmap& Scratch(int width) {
   return *scratch;
 }
 
-/// A mask of that opacity.
+/// A mask of that opacity; null for a mask that changes nothing.
 pixman_image_t* OpacityMask(std::uint8_t opacity) {
+  constexpr std::uint8_t kOpaque = 255;
+  if (opacity == kOpaque) return nullptr;
   static std::array<PixmanImage, 256> masks;
   PixmanImage& mask = masks[opacity];
   if (mask == nullptr) {
@@ -120,15 +94,20 @@ pixman_image_t* OpacityMask(std::uint8_t opacity) {
   return mask.get();
 }
 
-/// Blends an area that needs no scaling.
-void BlendUnscaled(Bitmap& target, const Area& visible, Bitmap& source, int source_x, int source_y,
-                   const Blending& blending) {
-  constexpr std::uint8_t kOpaque = 255;
-  pixman_image_t* const mask = blending.opacity == kOpaque ? nullptr : OpacityMask(blending.opacity);
-  pixman_image_t* const pixels = blending.source_alpha ? source.translucent() : source.opaque();
-  pixman_image_composite32(PIXMAN_OP_OVER, pixels, mask, target.opaque(), source_x, source_y, 0, 0,
-                           static_cast<int>(visible.x), static_cast<int>(visible.y), static_cast<int>(visible.width),
-                           static_cast<int>(visible.height));
+/// Scales rows on their way to be blended.
+void BlendScaledRows(Bitmap& target, const Area& whole, const Area& visible, const Bitmap& source, const Area& from,
+                     pixman_image_t* mask, bool source_alpha) {
+  RowScaler scaler(whole, visible, source, from);
+  Bitmap& scratch = Scratch(static_cast<int>(visible.width));
+  pixman_image_t* const pixels = source_alpha ? scratch.translucent() : scratch.opaque();
+  Area band = visible;
+  for (std::int64_t done = 0; done < visible.height; done += band.height) {
+    band.y = visible.y + done;
+    band.height = std::min<std::int64_t>(visible.height - done, scratch.height());
+    scaler.ForgetFormer();
+    for (int row = 0; row < band.height; ++row) scaler.Next(scratch.Row(row));
+    Composite(target, band, pixels, mask, 0, 0);
+  }
 }
 
 /// A copy of a part of a bitmap, for drawing a bitmap on itself.
@@ -140,24 +119,6 @@ Ref<Bitmap> CopyOf(Bitmap& source, const Area& from) {
 }
 
 }  // namespace
-
-std::optional<Area> Intersect(const Area& a, const Area& b) noexcept {
-  const std::int64_t left = std::max(a.x, b.x);
-  const std::int64_t top = std::max(a.y, b.y);
-  const std::int64_t right = std::min(a.x + a.width, b.x + b.width);
-  const std::int64_t bottom = std::min(a.y + a.height, b.y + b.height);
-  if (left >= right || top >= bottom) return std::nullopt;
-  return Area{left, top, right - left, bottom - top};
-}
-
-Area AreaOf(const RECT& rect) noexcept {
-  return {rect.left, rect.top, std::int64_t{rect.right} - rect.left, std::int64_t{rect.bottom} - rect.top};
-}
-
-bool Contains(const Area& outer, const Area& inner) noexcept {
-  return inner.x >= outer.x && inner.y >= outer.y && inner.x + inner.width <= outer.x + outer.width &&
-         inner.y + inner.height <= outer.y + outer.height;
-}
 
 void CopyPixels(Bitmap& target, const Area& area, Bitmap& source, int source_x, int source_y) noexcept {
   const int x = static_cast<int>(area.x);
@@ -189,31 +150,30 @@ void BlendPixels(Bitmap& target, const Area& whole, const Area& visible, Bitmap&
     const Ref<Bitmap> copy = CopyOf(source, from);
     return BlendPixels(target, whole, visible, *copy, AreaOf(*copy), blending);
   }
-  if (whole.width == from.width && whole.height == from.height) {
-    const auto source_x = static_cast<int>(from.x + visible.x - whole.x);
-    const auto source_y = static_cast<int>(from.y + visible.y - whole.y);
-    return BlendUnscaled(target, visible, source, source_x, source_y, blending);
+  pixman_image_t* const mask = OpacityMask(blending.opacity);
+  pixman_image_t* const pixels = blending.source_alpha ? source.translucent() : source.opaque();
+  const Area part = {visible.x - whole.x, visible.y - whole.y, visible.width, visible.height};
+  if (whole.width == from.width && whole.height == from.height)
+    return Composite(target, visible, pixels, mask, from.x + part.x, from.y + part.y);
+  // pixman is quick at scaling columns of translucent pixels. Everything else is quicker scaled first.
+  if (blending.source_alpha && whole.width != from.width) {
+    pixman_image_t* const scaled = source.Scaled(from, whole.width, whole.height);
+    if (scaled != nullptr) return Composite(target, visible, scaled, mask, part.x, part.y);
   }
-  RowScaler scaler(whole, visible, source, from);
-  Bitmap& scratch = Scratch(static_cast<int>(visible.width));
-  Area band = visible;
-  for (std::int64_t done = 0; done < visible.height; done += band.height) {
-    band.y = visible.y + done;
-    band.height = std::min<std::int64_t>(visible.height - done, scratch.height());
-    scaler.ForgetFormer();
-    for (int row = 0; row < band.height; ++row) scaler.Next(scratch.Row(row));
-    BlendUnscaled(target, band, scratch, 0, 0, blending);
-  }
+  BlendScaledRows(target, whole, visible, source, from, mask, blending.source_alpha);
+}
+
+void Composite(Bitmap& target, const Area& visible, pixman_image_t* source, pixman_image_t* mask, std::int64_t x,
+               std::int64_t y) noexcept {
+  pixman_image_composite32(PIXMAN_OP_OVER, source, mask, target.opaque(), static_cast<int>(x), static_cast<int>(y),
+                           static_cast<int>(x), static_cast<int>(y), static_cast<int>(visible.x),
+                           static_cast<int>(visible.y), static_cast<int>(visible.width),
+                           static_cast<int>(visible.height));
 }
 
 void FillPixels(Bitmap& target, const Area& area, COLORREF color, std::uint8_t opacity) {
-  constexpr std::uint8_t kOpaque = 255;
   const std::optional<Area> visible = Intersect(area, AreaOf(target));
-  if (!visible || opacity == 0) return;
-  pixman_image_t* const mask = opacity == kOpaque ? nullptr : OpacityMask(opacity);
-  pixman_image_composite32(PIXMAN_OP_OVER, SolidColor(color), mask, target.opaque(), 0, 0, 0, 0,
-                           static_cast<int>(visible->x), static_cast<int>(visible->y), static_cast<int>(visible->width),
-                           static_cast<int>(visible->height));
+  if (visible && opacity != 0) Composite(target, *visible, SolidColor(color), OpacityMask(opacity), 0, 0);
 }
 
 pixman_image_t* SolidColor(COLORREF color) {

@@ -4,27 +4,15 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 
+#include "graphics/area.h"
 #include "graphics/bitmap.h"
 
 namespace phone {
 
-/// A rectangle that lies in its bitmap, or one that still has to be clipped.
-struct Area {
-  std::int64_t x;
-  std::int64_t y;
-  std::int64_t width;
-  std::int64_t height;
-};
-
-/// What both have in common; nothing when that is empty.
-std::optional<Area> Intersect(const Area& a, const Area& b) noexcept;
-Area AreaOf(const RECT& rect) noexcept;
 inline Area AreaOf(const Bitmap& bitmap) noexcept {
   return {0, 0, bitmap.width(), bitmap.height()};
 }
-bool Contains(const Area& outer, const Area& inner) noexcept;
 
 /// Copies an area to a position; both lie in their bitmaps, which may be the same.
 void CopyPixels(Bitmap& target, const Area& area, Bitmap& source, int source_x, int source_y) noexcept;
@@ -36,11 +24,16 @@ struct Blending {
   bool source_alpha;     ///< the source's fourth byte counts; else every source pixel is opaque
 };
 
-/// Draws the source's area `from` scaled to `whole`, of which `visible` lies in the target. Target pixel i of n shows
-/// source pixel floor((i + 1/2) * m / n) of m, whatever is visible. Throws std::bad_alloc.
+/// Draws the source's area `from` scaled to `whole`, of which `visible` lies in the target. Each target pixel shows
+/// the source pixel that nearest.h says, whatever is visible. Throws std::bad_alloc.
 void StretchPixels(Bitmap& target, const Area& whole, const Area& visible, Bitmap& source, const Area& from);
 void BlendPixels(Bitmap& target, const Area& whole, const Area& visible, Bitmap& source, const Area& from,
                  const Blending& blending);
+
+/// Draws a visible area of the target: the source's pixels from x, y on, through a mask from the same place on (null:
+/// none).
+void Composite(Bitmap& target, const Area& visible, pixman_image_t* source, pixman_image_t* mask, std::int64_t x,
+               std::int64_t y) noexcept;
 
 /// Fills an area of the target with a colour of that opacity; what lies outside is left out.
 void FillPixels(Bitmap& target, const Area& area, COLORREF color, std::uint8_t opacity);

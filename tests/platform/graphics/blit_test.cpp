@@ -111,6 +111,23 @@ TEST(Blit, DrawsWhatAPlainLoopDraws) {
   }
 }
 
+TEST(Blit, SamplesExactlyWhateverTheSizesAndTheClip) {
+  constexpr int kSizes[] = {1, 2, 3, 5, 19, 27, 57, 180, 181, 220, 239, 240, 255, 256, 319, 320};
+  constexpr int kView = 100;
+  for (const int from : kSizes) {
+    for (const int to : kSizes) {
+      Canvas source(from, 1);
+      for (int x = 0; x < from; ++x) source.At(x, 0) = 0xFF000000u | static_cast<std::uint32_t>(x + 1);
+      for (const int shift : {0, to / 3, std::max(0, to - kView)}) {
+        Canvas target(kView, 1);
+        ASSERT_TRUE(AlphaBlend(target.dc, -shift, 0, to, 1, source.dc, 0, 0, from, 1, Blend(255, true)));
+        for (int x = 0; x < std::min(kView, to - shift); ++x)
+          ASSERT_EQ(Nearest(x + shift, from, to) + 1, target.Color(x, 0)) << from << " to " << to << " at " << x;
+      }
+    }
+  }
+}
+
 TEST(Blit, CopiesOnlyWhatTheSourceHas) {
   Canvas source(4, 4);
   Canvas target(8, 8);
