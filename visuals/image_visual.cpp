@@ -50,18 +50,14 @@ void CopyRows(BYTE* target, const ImageInfo& info, const BitmapData& data) noexc
   }
 }
 
-/// Decodes the image and fills the bitmap's pixels with it.
-HRESULT FillPixels(void* pixels, IImagingFactory& factory, IImage& image, const ImageInfo& info) noexcept {
-  ComPtr<IBitmapImage> decoded;
-  RETURN_IF_FAILED(factory.CreateBitmapFromImage(&image, info.Width, info.Height, info.PixelFormat,
-                                                 InterpolationHintDefault, decoded.Receive()));
-  if (!decoded) return E_OUTOFMEMORY;
+/// Fills the bitmap's pixels with the decoded picture.
+HRESULT FillPixels(void* pixels, IBitmapImage& decoded, const ImageInfo& info) noexcept {
   const RECT whole = {0, 0, static_cast<LONG>(info.Width), static_cast<LONG>(info.Height)};
   BitmapData data = {};
-  RETURN_IF_FAILED(decoded->LockBits(&whole, ImageLockModeRead, PixelFormat32bppPARGB, &data));
+  RETURN_IF_FAILED(decoded.LockBits(&whole, ImageLockModeRead, PixelFormat32bppPARGB, &data));
   if (!pixels || !data.Scan0) return E_OUTOFMEMORY;
   CopyRows(static_cast<BYTE*>(pixels), info, data);
-  return decoded->UnlockBits(&data);
+  return decoded.UnlockBits(&data);
 }
 
 }  // namespace
@@ -94,7 +90,15 @@ HRESULT CImageVisual::Decode(LPCWSTR path, HDC screen) noexcept {
   bitmap.Reset(CreateDIBSection(screen, &description, DIB_RGB_COLORS, &pixels, nullptr, 0));
   if (!bitmap) return E_OUTOFMEMORY;
   if (pixels) std::memset(pixels, 0, kBytesPerPixel * info.Width * info.Height);
-  return FillPixels(pixels, *factory.get(), *image.get(), info);
+
+  ComPtr<IBitmapImage> decoded;
+  const HRESULT status = factory->CreateBitmapFromImage(image.get(), info.Width, info.Height, info.PixelFormat,
+                                                        InterpolationHintDefault, decoded.Receive());
+  // The header was good and the data is not: there is no picture to show.
+  if (FAILED(status) || !decoded) bitmap.Reset();
+  RETURN_IF_FAILED(status);
+  if (!decoded) return E_OUTOFMEMORY;
+  return FillPixels(pixels, *decoded.get(), info);
 }
 
 HRESULT CImageVisual::PrepareMemoryDC(HDC dc) noexcept {

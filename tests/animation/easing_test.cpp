@@ -30,19 +30,19 @@ struct Point {
 };
 
 const Point kPoints[] = {
-    {EASE_LINEAR, 250, 50},          {EASE_LINEAR, 333, 67},  // 66.6
-    {EASE_QUAD_IN, 250, 25},         {EASE_QUAD_OUT, 250, 75},
-    {EASE_QUAD_IN_OUT, 125, 13},     {EASE_QUAD_IN_OUT, 375, 88},  // 12.5 and 87.5
-    {EASE_EXPO_IN, 250, 3},          {EASE_EXPO_OUT, 250, 97},     // 100 / 32
-    {EASE_EXPO_IN_OUT, 125, 2},      {EASE_EXPO_IN_OUT, 375, 98},  // 50 / 32
-    {EASE_BACK_IN, 250, -9},         {EASE_BACK_OUT, 250, 109},    // 8.77 outside
-    {EASE_BACK_IN_OUT, 125, -10},    {EASE_BACK_IN_OUT, 375, 110},
-    {EASE_ELASTIC_IN, 250, -2},      {EASE_ELASTIC_OUT, 250, 102},  // 100 / 32 * sin 30 degrees
-    {EASE_ELASTIC_IN_OUT, 125, 1},   {EASE_ELASTIC_IN_OUT, 375, 99},
-    {EASE_BOUNCE_OUT, 100, 30},      {EASE_BOUNCE_OUT, 250, 77},  // 30.25 and 76.5625: the first and second arc
-    {EASE_BOUNCE_OUT, 400, 94},      {EASE_BOUNCE_OUT, 475, 98},  // the third and fourth
-    {EASE_BOUNCE_IN, 250, 23},       {EASE_BOUNCE_IN, 25, 2},     // 100 - 98.45
-    {EASE_BOUNCE_IN_OUT, 125, 12},   {EASE_BOUNCE_IN_OUT, 375, 88},
+    {EASE_LINEAR, 250, 50},        {EASE_LINEAR, 333, 67},  // 66.6
+    {EASE_QUAD_IN, 250, 25},       {EASE_QUAD_OUT, 250, 75},
+    {EASE_QUAD_IN_OUT, 125, 13},   {EASE_QUAD_IN_OUT, 375, 88},  // 12.5 and 87.5
+    {EASE_EXPO_IN, 250, 3},        {EASE_EXPO_OUT, 250, 97},     // 100 / 32
+    {EASE_EXPO_IN_OUT, 125, 2},    {EASE_EXPO_IN_OUT, 375, 98},  // 50 / 32
+    {EASE_BACK_IN, 250, -9},       {EASE_BACK_OUT, 250, 109},    // 8.77 outside
+    {EASE_BACK_IN_OUT, 125, -10},  {EASE_BACK_IN_OUT, 375, 110},
+    {EASE_ELASTIC_IN, 250, -2},    {EASE_ELASTIC_OUT, 250, 102},  // 100 / 32 * sin 30 degrees
+    {EASE_ELASTIC_IN_OUT, 125, 1}, {EASE_ELASTIC_IN_OUT, 375, 99},
+    {EASE_BOUNCE_OUT, 100, 30},    {EASE_BOUNCE_OUT, 250, 77},  // 30.25 and 76.5625: the first and second arc
+    {EASE_BOUNCE_OUT, 400, 94},    {EASE_BOUNCE_OUT, 475, 98},  // the third and fourth
+    {EASE_BOUNCE_IN, 250, 23},     {EASE_BOUNCE_IN, 25, 2},     // 100 - 98.45
+    {EASE_BOUNCE_IN_OUT, 125, 12}, {EASE_BOUNCE_IN_OUT, 375, 88},
 };
 
 TEST(Easing, CurvesPassThroughTheirPoints) {

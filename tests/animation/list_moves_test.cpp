@@ -188,9 +188,9 @@ void ExpectSameSelection(TestHost& host, INT count, INT rows, INT start, INT tar
 
 TEST(ListMoves, SelectingDirectlyLooksLikeSingleMoves) {
   OnPhone([](TestHost& host, const auto&) {
-    for (const INT count : {0, 1, 2, 3, 8, 9, 13, 21})
+    for (const INT count : {0, 1, 2, 5, 9, 14})
       for (const INT rows : {1, 3, 8})
-        for (const INT start : {0, 1, count / 2, count})
+        for (const INT start : {0, count / 2, count})
           for (INT target = -1; target <= count + 1; ++target)
             for (const bool moving : {false, true}) {
               ExpectSameSelection(host, count, rows, start, target, moving, (count + target) % 3 != 0);

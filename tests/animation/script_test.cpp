@@ -49,9 +49,9 @@ struct Moment {
 
 TEST(Script, AStepRunsFromItsStartToTheFirstTickPastItsEnd) {
   for (const DWORD start : {1000u, 0xFFFFFF00u, 0xFFFFFFFFu}) {  // the latter two wrap on the way
-    for (const Moment& moment : {Moment{0, 37, 37, true}, Moment{250, 51, 37, true}, Moment{499, 64, 37, true},
-                                 Moment{500, 64, 37, true}, Moment{501, 64, 64, false}, Moment{1500, 64, 64, false},
-                                 Moment{0x7FFFFFFF, 64, 64, false}}) {
+    for (const Moment& moment :
+         {Moment{0, 37, 37, true}, Moment{250, 51, 37, true}, Moment{499, 64, 37, true}, Moment{500, 64, 37, true},
+          Moment{501, 64, 64, false}, Moment{1500, 64, 64, false}, Moment{0x7FFFFFFF, 64, 64, false}}) {
       OnPhone([&](TestHost& host, const auto&) {
         SCOPED_TRACE(::testing::Message() << "from " << start << " after " << moment.elapsed);
         Group drawn;
@@ -132,8 +132,7 @@ TEST(Script, TheEndModeSettlesEveryProperty) {
 
 TEST(Script, ATrackDrivesItsOwnPropertyFromItsBase) {
   OnPhone([](TestHost& host, const auto&) {
-    for (const DWORD property :
-         {PROP_X, PROP_Y, PROP_WIDTH, PROP_HEIGHT, PROP_ALPHA, PROP_EXTRA, PROP_VISIBLE}) {
+    for (const DWORD property : {PROP_X, PROP_Y, PROP_WIDTH, PROP_HEIGHT, PROP_ALPHA, PROP_EXTRA, PROP_VISIBLE}) {
       Group moved;
       const INT before = moved.group.GetValue(property, VALUE_BASE);
       ASSERT_EQ(moved.group.AddStep(host.tick, 100, STEP_END_COMMIT), S_OK);

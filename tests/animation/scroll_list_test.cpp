@@ -4,9 +4,9 @@
 
 #include <tuple>
 
-#include "faults.h"
 #include "list_fixture.h"
 #include "support/on_phone.h"
+#include "system/faults.h"
 
 namespace {
 

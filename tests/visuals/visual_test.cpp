@@ -32,7 +32,9 @@ const Layout kLayouts[] = {
     {"in proportion, scaled", ANCHOR_SCALE, {50, 10, 20, 40}, {90, 65, 30, 48}},
     {"left, top", ANCHOR_LEFT | ANCHOR_TOP, {50, 10, 20, 40}, {80, 60, 20, 40}},
     {"right, bottom", ANCHOR_RIGHT | ANCHOR_BOTTOM, {50, 10, 20, 40}, {120, 110, 20, 40}},
-    {"right and bottom win over scaling", ANCHOR_RIGHT | ANCHOR_BOTTOM | ANCHOR_SCALE, {50, 10, 20, 40},
+    {"right and bottom win over scaling",
+     ANCHOR_RIGHT | ANCHOR_BOTTOM | ANCHOR_SCALE,
+     {50, 10, 20, 40},
      {120, 110, 20, 40}},
     {"all four edges", ANCHOR_LEFT | ANCHOR_RIGHT | ANCHOR_TOP | ANCHOR_BOTTOM, {50, 10, 20, 40}, {80, 60, 70, 80}},
     {"left and top, scaled", ANCHOR_LEFT | ANCHOR_TOP | ANCHOR_SCALE, {50, 10, 20, 40}, {80, 60, 30, 48}},
@@ -56,7 +58,8 @@ TEST(Visual, FollowsItsGroupByItsAnchors) {
 }
 
 TEST(Visual, TruncationMayLoseAPixel) {
-  const std::tuple<INT, INT, INT> cases[] = {{5, 19, 4}, {10, 19, 9}, {20, 19, 19}, {6, 19, 6}, {5, 220, 5}, {0, 19, 0}};
+  const std::tuple<INT, INT, INT> cases[] = {{5, 19, 4}, {10, 19, 9}, {20, 19, 19},
+                                             {6, 19, 6}, {5, 220, 5}, {0, 19, 0}};
   for (const auto& [own, extent, offset] : cases) {
     CVisual visual;
     visual.SetPosition(own, own);
