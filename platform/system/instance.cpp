@@ -85,6 +85,13 @@ bool InstanceClaimed() {
   return static_cast<bool>(claimed_socket);
 }
 
+bool OtherInstanceRuns() {
+  if (InstanceClaimed() || claimed_name.empty()) return false;
+  const UniqueFd probe = MakeSocket();
+  const Address address = AddressOf(claimed_name);
+  return probe && connect(probe.get(), Generic(address), address.size) == 0;
+}
+
 bool RaiseOtherInstance(std::string_view window) {
   if (InstanceClaimed() || claimed_name.empty() || window.size() > kLongestRequest) return false;
   const UniqueFd sender = MakeSocket();

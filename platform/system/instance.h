@@ -14,6 +14,8 @@ bool ClaimInstance(const std::string& name);
 /// Any process may claim the name afterwards.
 void ReleaseInstance();
 bool InstanceClaimed();
+/// True while another process is the instance of the name that this process could not claim.
+bool OtherInstanceRuns();
 
 /// Asks the instance whose name this process could not claim to bring a window forward; `window` is its key, the class,
 /// a tab and the title. False when no other instance runs.

@@ -106,7 +106,7 @@ HWND FindWindowW(LPCWSTR class_name, LPCWSTR title) {
       if (window->parent != nullptr) continue;
       if (Matches(window->class_name, class_name) && Matches(window->text, title)) return window->handle;
     }
-    if (InstanceClaimed()) return nullptr;
+    if (!OtherInstanceRuns()) return nullptr;
     other_window = std::u16string(class_name != nullptr ? class_name : u"") + u'\t' + (title != nullptr ? title : u"");
     return kOtherInstance;
   });
