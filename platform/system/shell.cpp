@@ -4,27 +4,35 @@
 
 #include "shellapi.h"
 #include "system/faults.h"
-#include "system/files.h"
 #include "system/outside.h"
 #include "system/text.h"
+#include "system/volume.h"
 
 namespace {
 
+struct Document {
+  std::string location;
+  bool is_there = false;
+};
+
 /// What the host is to open: a web address as it is, a file of the phone by its path on this machine, and nothing for
 /// everything else, so that no path of this machine gets through.
-std::string DocumentOf(std::u16string_view parameters) {
+Document DocumentOf(std::u16string_view parameters) {
   for (const std::u16string_view scheme : {u"http://", u"https://"})
-    if (phone::CompareFolded(parameters.substr(0, scheme.size()), scheme) == 0) return phone::ToUtf8Lossy(parameters);
-  const auto path = phone::HostPath(parameters);
-  return path ? path->string() : std::string();
+    if (phone::CompareFolded(parameters.substr(0, scheme.size()), scheme) == 0)
+      return {phone::ToUtf8Lossy(parameters), true};
+  phone::Place place;
+  const DWORD error = phone::LocateFile(parameters, place);
+  if (error != ERROR_SUCCESS && error != ERROR_FILE_NOT_FOUND) return {};
+  return {place.path.string(), error == ERROR_SUCCESS};
 }
 
 bool Launch(const SHELLEXECUTEINFOW& info) {
   const std::u16string_view parameters = info.lpParameters ? info.lpParameters : u"";
   phone::RecordLaunch({std::u16string(info.lpFile), std::u16string(parameters)});
-  const std::string document = DocumentOf(parameters);
-  // The host is asked for a missing page too: it may want to say so.
-  return phone::CurrentHost().OpenDocument(phone::ToUtf8Lossy(info.lpFile), document) && !document.empty();
+  const Document document = DocumentOf(parameters);
+  // The host is asked for a page that is not there too: it may want to say so.
+  return phone::CurrentHost().OpenDocument(phone::ToUtf8Lossy(info.lpFile), document.location) && document.is_there;
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ TEST_F(Outside, DocumentsAreOpenedByTheHost) {
   const Row rows[] = {
       {TEXT("\\home\\PAGE.html"), true, (std::filesystem::canonical(folder) / "Home/page.html").string()},
       {TEXT("https://example.org/a?b"), true, "https://example.org/a?b"},
-      {TEXT("\\missing.html"), false, ""},
+      {TEXT("\\missing.html"), false, (std::filesystem::canonical(folder) / "missing.html").string()},
       {TEXT("/etc/passwd"), false, ""},
       {TEXT("file:///etc/passwd"), false, ""},
       {nullptr, false, ""}};
