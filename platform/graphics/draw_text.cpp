@@ -49,7 +49,6 @@ int DrawInArea(DeviceContext& context, std::u16string_view text, const Area& are
 }
 
 Ref<Face> FaceOf(const LineStyle& style) {
-  constexpr int kFirstBoldWeight = 550;
   return FindFace(style.face, style.height, style.weight >= kFirstBoldWeight);
 }
 

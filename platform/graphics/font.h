@@ -9,6 +9,9 @@
 
 namespace phone {
 
+/// From this weight on the bold face is used.
+inline constexpr LONG kFirstBoldWeight = 550;
+
 /// What of a font's description counts.
 struct FontRequest {
   WCHAR face[LF_FACESIZE] = {};  ///< with its zero, zeros after it
@@ -33,6 +36,9 @@ class Font : public GraphicsObject {
   FontRequest request_;
   Ref<Face> face_;
 };
+
+/// The program deletes one of its holds on a font; with the last one the handle is closed.
+void GiveBackFont(Font& font) noexcept;
 
 /// The font of a new device context.
 Font& StockFont();

@@ -1,10 +1,7 @@
-// Bitmaps, fonts and stock objects by their handles.
+// Bitmaps and stock objects, and deleting by handle.
 
-#include <algorithm>
 #include <climits>
-#include <functional>
-#include <new>
-#include <unordered_map>
+#include <cstdlib>
 
 #include "graphics/context.h"
 #include "system/faults.h"
@@ -12,57 +9,6 @@
 namespace phone {
 
 namespace {
-
-struct RequestHash {
-  std::size_t operator()(const FontRequest& request) const noexcept {
-    constexpr std::size_t kSpread = 1000003;
-    const auto measures = static_cast<std::size_t>(request.height) * kSpread + static_cast<std::size_t>(request.weight);
-    return std::hash<std::u16string_view>()(request.Name()) ^ measures * kSpread;
-  }
-};
-
-struct RequestEqual {
-  bool operator()(const FontRequest& a, const FontRequest& b) const noexcept {
-    return a.height == b.height && a.weight == b.weight && a.Name() == b.Name();
-  }
-};
-
-/// The fonts that the program holds: the same request has the same handle, so that another one costs nothing.
-std::unordered_map<FontRequest, Font*, RequestHash, RequestEqual>& OpenFonts() {
-  static auto* const fonts = new std::unordered_map<FontRequest, Font*, RequestHash, RequestEqual>;
-  return *fonts;
-}
-
-FontRequest RequestOf(const LOGFONTW& description) noexcept {
-  FontRequest request;
-  for (int i = 0; i < LF_FACESIZE - 1 && description.lfFaceName[i] != 0; ++i)
-    request.face[i] = description.lfFaceName[i];
-  request.height = description.lfHeight;
-  request.weight = description.lfWeight;
-  return request;
-}
-
-HANDLE OpenFont(const FontRequest& request) {
-  const auto [place, fresh] = OpenFonts().try_emplace(request, nullptr);
-  if (fresh) {
-    try {
-      Ref<Font> font(new Font(request));
-      OpenHandle(*font);
-      place->second = font.get();
-    } catch (...) {
-      OpenFonts().erase(place);
-      throw;
-    }
-  }
-  ++place->second->holders;
-  return place->second->handle;
-}
-
-void CloseFont(Font& font) noexcept {
-  if (--font.holders > 0) return;
-  OpenFonts().erase(font.request());
-  CloseObjectHandle(font.handle);
-}
 
 bool IsPlain32Bit(const BITMAPINFOHEADER& header) noexcept {
   return header.biSize >= sizeof(BITMAPINFOHEADER) && header.biPlanes == 1 && header.biBitCount == 32 &&
@@ -79,31 +25,6 @@ bool ContextIsUsable(HDC dc) noexcept {
 }
 
 }  // namespace
-
-Font& StockFont() {
-  static Font* const font = [] {
-    Ref<Font> made(new Font(FontRequest{u"Verdana", -12, 400}));
-    OpenHandle(*made);
-    made->stock = true;
-    return made.get();
-  }();
-  return *font;
-}
-
-int Font::CharacterHeight() const noexcept {
-  const std::int64_t height = request_.height;
-  return static_cast<int>(std::min<std::int64_t>(height < 0 ? -height : height, INT_MAX));
-}
-
-Face* Font::face() {
-  constexpr int kDefaultHeight = 12;  // px
-  constexpr LONG kFirstBoldWeight = 550;
-  if (!face_) {
-    const int height = request_.height == 0 ? kDefaultHeight : CharacterHeight();
-    face_ = FindFace(request_.Name(), height, request_.weight >= kFirstBoldWeight);
-  }
-  return face_.get();
-}
 
 }  // namespace phone
 
@@ -144,7 +65,7 @@ BOOL DeleteObject(HGDIOBJ object) {
   if (found == nullptr || found->kind == ObjectKind::context) return FALSE;
   if (found->stock) return TRUE;
   if (found->kind == ObjectKind::font)
-    CloseFont(static_cast<Font&>(*found));
+    GiveBackFont(static_cast<Font&>(*found));
   else
     CloseObjectHandle(object);
   return TRUE;
@@ -177,15 +98,6 @@ HGDIOBJ GetStockObject(int index) {
       return made.get();
     }();
     return brush->handle;
-  } catch (...) {
-    return nullptr;
-  }
-}
-
-HFONT CreateFontIndirectW(const LOGFONTW* description) {
-  if (FaultDue(Operation::CreateFontIndirectW) || description == nullptr) return nullptr;
-  try {
-    return static_cast<HFONT>(OpenFont(RequestOf(*description)));
   } catch (...) {
     return nullptr;
   }

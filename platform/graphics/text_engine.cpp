@@ -38,33 +38,23 @@ struct ObjectRelease {
   void operator()(void* object) const noexcept { g_object_unref(object); }
 };
 
-/// The fonts of this machine with the rules above. They are the process's own, so that no library loads them again.
-class FontList {
- public:
-  FontList() = default;
-  FontList(const FontList&) = delete;
-  FontList& operator=(const FontList&) = delete;
-  ~FontList() { FcConfigSetCurrent(nullptr); }
+bool HasFonts(FcConfig* config, FcSetName set) {
+  const FcFontSet* fonts = FcConfigGetFonts(config, set);
+  return fonts != nullptr && fonts->nfont > 0;
+}
 
-  /// False when there is no font at all.
-  bool Load() {
-    FcConfig* config = FcInitLoadConfigAndFonts();
-    if (config == nullptr) return false;
-    FcConfigParseAndLoadFromMemory(config, reinterpret_cast<const FcChar8*>(kFontRules), FcTrue);
-    FcConfigSetCurrent(config);
-    FcConfigDestroy(config);  // the process holds it
-    return HasFonts(config, FcSetSystem) || HasFonts(config, FcSetApplication);
-  }
-
- private:
-  static bool HasFonts(FcConfig* config, FcSetName set) {
-    const FcFontSet* fonts = FcConfigGetFonts(config, set);
-    return fonts != nullptr && fonts->nfont > 0;
-  }
-};
+/// Makes the fonts of this machine, with the rules above, the process's own, so that no library loads them again. False
+/// when there is no font at all.
+bool LoadFonts() {
+  FcConfig* config = FcInitLoadConfigAndFonts();
+  if (config == nullptr) return false;
+  FcConfigParseAndLoadFromMemory(config, reinterpret_cast<const FcChar8*>(kFontRules), FcTrue);
+  FcConfigSetCurrent(config);
+  FcConfigDestroy(config);  // the process holds it
+  return HasFonts(config, FcSetSystem) || HasFonts(config, FcSetApplication);
+}
 
 struct Engine {
-  FontList fonts;
   std::unique_ptr<PangoContext, ObjectRelease> context;  // null without fonts
   std::unique_ptr<PangoLayout, ObjectRelease> layout;
 
@@ -81,7 +71,7 @@ void SetFontOptions(PangoContext* context) {
 }
 
 Engine::Engine() {
-  if (!fonts.Load()) return;
+  if (!LoadFonts()) return;
   const std::unique_ptr<PangoFontMap, ObjectRelease> map(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT));
   context.reset(pango_font_map_create_context(map.get()));
   SetFontOptions(context.get());
@@ -90,10 +80,10 @@ Engine::Engine() {
   pango_layout_set_single_paragraph_mode(layout.get(), TRUE);
 }
 
-/// Released at the end of the process, with everything the libraries keep under it.
+/// Never released: Pango's own threads may still look for fonts when the process ends.
 Engine& TheEngine() {
-  static Engine engine;
-  return engine;
+  static Engine* const engine = new Engine;
+  return *engine;
 }
 
 /// The language that decides which of the Han typefaces is right, by the other characters of the text. It would be this
@@ -174,3 +164,11 @@ PangoLayout* LayOutLine(const Face& face, std::u16string_view text) {
 }
 
 }  // namespace phone
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__clang__)
+// Fontconfig links its records by distances instead of pointers, which the leak checker cannot follow.
+extern "C" const char* __lsan_default_suppressions();
+extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig\nleak:libpangoft2\n"; }
+extern "C" const char* __lsan_default_options();
+extern "C" const char* __lsan_default_options() { return "print_suppressions=0"; }
+#endif

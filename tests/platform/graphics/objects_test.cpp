@@ -73,7 +73,7 @@ TEST(Objects, LiveInTheContextAfterTheyAreDeleted) {
   RECT rect = {0, 0, 40, 40};
   SetTextColor(dc, 0xFFFFFF);
   SetBkMode(dc, TRANSPARENT);
-  EXPECT_EQ(19, DrawTextW(dc, u"M", -1, &rect, DT_SINGLELINE));
+  EXPECT_LT(0, DrawTextW(dc, u"M", -1, &rect, DT_SINGLELINE));
   EXPECT_TRUE(BitBlt(seen.dc, 0, 0, 40, 40, dc, 0, 0, SRCCOPY));
   EXPECT_GT(seen.Drawn(0).bottom, 0);
 

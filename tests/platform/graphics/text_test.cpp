@@ -9,13 +9,15 @@
 namespace {
 
 constexpr UINT kCentered = DT_SINGLELINE | DT_VCENTER;
-constexpr int kLineHeight = 19;  // px, of DejaVu Sans with characters of 16
 
 class Text : public testing::Test {
  protected:
   void SetUp() override {
     if (font_ == nullptr) font_ = MakeFont(-16);
     Ready(canvas_);
+    RECT outside = {0, -1, 1, 0};
+    line_height_ = DrawTextW(canvas_.dc, u"", -1, &outside, kCentered);
+    ASSERT_GT(line_height_, 16);
   }
 
   void Ready(Canvas& canvas) {
@@ -26,7 +28,7 @@ class Text : public testing::Test {
 
   RECT Draw(std::u16string_view text, RECT rect, UINT format = kCentered) {
     canvas_.Fill(0);
-    EXPECT_EQ(kLineHeight, DrawTextW(canvas_.dc, text.data(), static_cast<int>(text.size()), &rect, format));
+    EXPECT_EQ(line_height_, DrawTextW(canvas_.dc, text.data(), static_cast<int>(text.size()), &rect, format));
     return canvas_.Drawn(0);
   }
 
@@ -39,17 +41,16 @@ class Text : public testing::Test {
 
   static inline HFONT font_ = nullptr;
   Canvas canvas_{240, 100};
+  int line_height_ = 0;  // px
 };
 
 TEST_F(Text, IsCentredWithEachHalfTruncated) {
-  const LONG reference = Draw(u"H", {10, 0, 230, kLineHeight}).top;
-  struct {
-    LONG top, height, shift;
-  } const cases[] = {{0, 19, 0}, {0, 20, 1}, {0, 21, 1}, {8, 21, 9}, {8, 18, 8}, {20, 5, 13}, {20, 27, 24}};
-  for (const auto& c : cases) {
-    // A rectangle lower than the line shows a part of it, so that only its place is compared.
-    const RECT drawn = Draw(u"H", {10, c.top, 230, c.top + c.height});
-    EXPECT_EQ(std::max(reference + c.shift, c.top), drawn.top) << c.top << ' ' << c.height;
+  const LONG reference = Draw(u"H", {10, 0, 230, line_height_}).top;
+  constexpr LONG kPlaces[][2] = {{0, 19}, {0, 20}, {0, 21}, {8, 21}, {8, 18}, {20, 5}, {20, 27}};
+  for (const auto& [top, height] : kPlaces) {
+    // A rectangle lower than the line shows a part of it.
+    const LONG expected = std::max(reference + top + height / 2 - line_height_ / 2, top);
+    EXPECT_EQ(expected, Draw(u"H", {10, top, 230, top + height}).top) << top << ' ' << height;
   }
   EXPECT_EQ(reference + 30, Draw(u"H", {10, 30, 230, 90}, DT_SINGLELINE).top);
 }
@@ -132,8 +133,8 @@ TEST_F(Text, HasTheWeightColourAndBackgroundOfItsContext) {
   DrawTextW(canvas_.dc, u"H", -1, &place, kCentered);
   const RECT cell = canvas_.Drawn(0);
   EXPECT_EQ(10, cell.left);
-  EXPECT_EQ(10 + 13 - 9, cell.top);
-  EXPECT_EQ(kLineHeight, cell.bottom - cell.top);
+  EXPECT_EQ(10 + 27 / 2 - line_height_ / 2, cell.top);
+  EXPECT_EQ(line_height_, cell.bottom - cell.top);
   EXPECT_EQ(0xFFFFFFu, canvas_.Color(cell.left, cell.top));
   bool red = false;
   for (LONG x = cell.left; x < cell.right; ++x) red = red || canvas_.Color(x, cell.top + 9) == 0xFF0000;
