@@ -168,7 +168,11 @@ PangoLayout* LayOutLine(const Face& face, std::u16string_view text) {
 #if defined(__SANITIZE_ADDRESS__) || defined(__clang__)
 // Fontconfig links its records by distances instead of pointers, which the leak checker cannot follow.
 extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig\nleak:libpangoft2\n"; }
+extern "C" const char* __lsan_default_suppressions() {
+  return "leak:libfontconfig\nleak:libpangoft2\n";
+}
 extern "C" const char* __lsan_default_options();
-extern "C" const char* __lsan_default_options() { return "print_suppressions=0"; }
+extern "C" const char* __lsan_default_options() {
+  return "print_suppressions=0";
+}
 #endif
