@@ -75,6 +75,29 @@ bool WriteAttributeText(const TreeRef& tree, xmlAttr* attribute, xmlDoc* target)
   return true;
 }
 
+/// The parser keeps references in the address of a namespace, where it is written as it stands.
+bool HasEntity(const xmlNs* declaration) noexcept {
+  const std::string_view href = View(declaration->href);
+  for (std::size_t at = href.find('&'); at != std::string_view::npos; at = href.find('&', at + 1))
+    if (!href.substr(at).starts_with("&#")) return true;
+  return false;
+}
+
+bool WriteAddress(xmlNs* declaration, const xmlDoc* document) {
+  if (!HasEntity(declaration)) return true;
+  xmlNode* const parts = xmlStringGetNodeList(document, declaration->href);
+  std::string text;
+  bool whole = true;
+  for (xmlNode* part = parts; part && whole; part = part->next) whole = CollectText(part, text);
+  xmlFreeNodeList(parts);
+  if (!whole) return false;
+  xmlChar* const escaped = xmlEncodeSpecialChars(nullptr, Chars(text.c_str()));
+  if (!escaped) throw std::bad_alloc();
+  xmlFree(const_cast<xmlChar*>(declaration->href));
+  declaration->href = escaped;
+  return true;
+}
+
 /// Puts copies of an entity's content in the place of a reference. Gives the node to go on with.
 xmlNode* WriteOut(const TreeRef& tree, xmlNode* root, xmlNode* reference, const xmlEntity* entity) {
   xmlNode* next = nullptr;
@@ -124,6 +147,7 @@ bool LeansOnDoctype(xmlNode* root, xmlDoc* target) noexcept {
   bool leans = false;
   ForEachNode(root, [&](xmlNode* node) {
     if (node->type == XML_ENTITY_REF_NODE) leans = leans || LostEntity(node, target);
+    if (node->type == XML_NAMESPACE_DECL) leans = leans || HasEntity(AsNamespace(node));
     if (node->type != XML_ELEMENT_NODE) return;
     for (const xmlAttribute* declaration = NextDefault(node, nullptr); declaration && !leans;
          declaration = NextDefault(node, declaration))
@@ -145,6 +169,8 @@ bool TakeAlong(const TreeRef& tree, xmlNode* root, xmlDoc* target) {
     }
     if (node->type == XML_ELEMENT_NODE) {
       WriteDefaults(node, target);
+      for (xmlNs* declaration = node->nsDef; declaration; declaration = declaration->next)
+        if (!WriteAddress(declaration, root->doc)) return false;
       for (xmlAttr* attribute = node->properties; attribute; attribute = attribute->next)
         if (!WriteAttributeText(tree, attribute, target)) return false;
     }

@@ -85,7 +85,8 @@ bool HasBareName(xmlNode* root) noexcept {
   for (xmlNode* node = root; node;) {
     const bool element = node->type == XML_ELEMENT_NODE;
     const bool covered = element && OwnDeclaration(node, nullptr);
-    if (element && !covered && !node->ns) return true;
+    // A prefix that nobody has declared stays a part of the name.
+    if (element && !covered && !node->ns && View(node->name).find(':') == std::string_view::npos) return true;
     if (!covered && element && node->children) {
       node = node->children;
       continue;
