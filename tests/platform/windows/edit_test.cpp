@@ -1,0 +1,126 @@
+#include "windows/edit_text.h"
+
+#include "platform/windows/window_test.h"
+
+namespace {
+
+using phone::EditText;
+
+/// Keys as letters: < > [ ] move left, right, home, end; - deletes before, + after the caret; the rest is typed.
+void Work(EditText& field, std::u16string_view keys) {
+  for (const WCHAR key : keys) switch (key) {
+      case u'<': field.MoveLeft(); break;
+      case u'>': field.MoveRight(); break;
+      case u'[': field.MoveHome(); break;
+      case u']': field.MoveEnd(); break;
+      case u'-': field.DeleteBefore(); break;
+      case u'+': field.DeleteAfter(); break;
+      default: field.Type(key);
+    }
+}
+
+TEST(EditText, IsWorkedCharacterByCharacter) {
+  struct Case {
+    std::u16string_view before;
+    std::u16string_view keys;
+    std::u16string_view after;
+    std::size_t caret;
+  };
+  const Case cases[] = {
+      {u"abc", u"", u"abc", 3},
+      {u"abc", u"x", u"abcx", 4},
+      {u"abc", u"[x", u"xabc", 1},
+      {u"abc", u"<-", u"ac", 1},
+      {u"abc", u"[->>+", u"ab", 2},
+      {u"abc", u"[-<]>+", u"abc", 3},
+      {u"", u"-+<>", u"", 0},
+      {u"a😀b", u"<<x", u"ax😀b", 2},
+      {u"a😀", u"-", u"a", 1},
+      {u"a", u"😀", u"a😀", 3},
+      {u"ab", u"<😀", u"a😀b", 3},
+      {u"e\u0301x", u"[>+", u"e\u0301", 2},
+      {u"e\u0301", u"-", u"", 0},
+      {u"a", u"\x08\x0D\x1B\x7F\u2028", u"a", 1},
+      {u"a\r\nb\tc\x01", u"", u"a b c", 5},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(&each - cases);
+    EditText field;
+    field.Set(each.before);
+    Work(field, each.keys);
+    EXPECT_EQ(field.text(), each.after);
+    EXPECT_EQ(field.caret(), each.caret);
+  }
+}
+
+TEST(EditText, DropsHalfCharacters) {
+  EditText field;
+  field.Type(0xDE00);
+  field.Type(0xD83D);
+  field.Type(u'a');
+  field.Type(0xDE00);
+  EXPECT_EQ(field.text(), u"a");
+}
+
+TEST(EditText, IsBounded) {
+  EditText field;
+  field.Set(std::u16string(phone::kLongestFieldText - 1, u'a') + u"😀");
+  EXPECT_EQ(field.text().size(), phone::kLongestFieldText - 1);
+  Work(field, u"😀bc");
+  EXPECT_EQ(field.text().size(), phone::kLongestFieldText);
+}
+
+using Fields = WindowTest;
+
+TEST_F(Fields, AreWorkedWithTheKeysAndListedFromTheTop) {
+  HWND upper = nullptr;
+  HWND lower = nullptr;
+  const auto begin = [&] {
+    lower = MakeField(140);
+    upper = MakeField(60);
+    SendMessageW(upper, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(TEXT("title")));
+    SetFocus(upper);
+  };
+  Play(begin, {[&] {
+                 for (const UINT key : {VK_HOME, VK_DELETE, VK_RIGHT, VK_END, VK_LEFT, VK_BACK, VK_UP, VK_DOWN})
+                   Tap(key)();
+                 phone::TypeCharacter(u'é');
+               },
+               [&] {
+                 const phone::State state = phone::Look();
+                 ASSERT_EQ(state.edits.size(), 2u);
+                 EXPECT_EQ(state.edits[0].text, u"itée");
+                 EXPECT_EQ(state.edits[0].caret, 3);
+                 EXPECT_EQ(state.edits[0].rect.top, 60);
+                 EXPECT_TRUE(state.edits[0].focus);
+                 EXPECT_EQ(state.focused_edit, 0);
+                 EXPECT_EQ(state.edits[1].rect.top, 140);
+                 WCHAR text[4];
+                 EXPECT_EQ(GetWindowTextW(upper, text, 4), 3);
+                 EXPECT_EQ(std::u16string(text), u"ité");
+                 EXPECT_EQ(GetWindowTextW(lower, text, 4), 0);
+               }});
+}
+
+/// The caret stays in view: the pixels of the caret column differ from the field's ground.
+TEST_F(Fields, ScrollUnderTheCaret) {
+  const auto dark_columns = [] {
+    const phone::ScreenImage client = phone::Client();
+    int count = 0;
+    for (int x = 14; x < 228; ++x) {
+      bool solid = true;
+      for (int y = 67; y < 80; ++y) solid = solid && (client.pixels[y * client.stride + x] & 0xFF) < 0xA0;
+      count += solid;
+    }
+    return count;
+  };
+  const auto begin = [&] {
+    const HWND field = MakeField(60);
+    const std::u16string text(300, u'.');
+    SendMessageW(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    SetFocus(field);
+  };
+  Play(begin, {[&] { EXPECT_EQ(dark_columns(), 2); }, Tap(VK_HOME), [&] { EXPECT_EQ(dark_columns(), 2); }});
+}
+
+}  // namespace

@@ -1,0 +1,218 @@
+#include "platform/windows/window_test.h"
+
+namespace {
+
+constexpr WORD kOpen = 101;
+constexpr WORD kDelete = 102;
+
+class Menus : public WindowTest {
+ protected:
+  const Step begin = [] { MakeBar(kListBar); };
+};
+
+TEST_F(Menus, OpenOverTheirSoftKey) {
+  Play(begin, {Tap(VK_TSOFT1),
+               [&] {
+                 const phone::State state = phone::Look();
+                 ASSERT_TRUE(state.menu);
+                 EXPECT_EQ(*state.menu, (std::vector<std::u16string>{u"Open", u"Delete", u"Apply"}));
+                 EXPECT_EQ(state.bar_left, u"Select");
+                 EXPECT_EQ(state.bar_right, u"Cancel");
+                 EXPECT_FALSE(state.main_focused);
+                 EXPECT_FALSE(phone::SendCommand(7));
+                 EXPECT_FALSE(phone::ChooseMenuItem(2)) << "it is disabled";
+                 EXPECT_FALSE(phone::ChooseMenuItem(3));
+                 EXPECT_TRUE(phone::ChooseMenuItem(1));
+               },
+               [&] {
+                 EXPECT_FALSE(phone::Look().menu);
+                 EXPECT_EQ(phone::Look().bar_left, u"Options");
+                 EXPECT_TRUE(phone::Look().main_focused);
+               }});
+  EXPECT_EQ(commands, (std::vector<WORD>{kLeftCommand, kDelete}));
+}
+
+/// Keys after the menu was opened, and the commands the program gets besides the soft key's own.
+TEST_F(Menus, AreWorkedWithTheKeys) {
+  struct Case {
+    std::vector<UINT> keys;
+    WCHAR typed;
+    std::vector<WORD> commands;
+    bool stays_open;
+  };
+  const Case cases[] = {
+      {{VK_RETURN}, 0, {kOpen}, false},
+      {{VK_TSOFT1}, 0, {kOpen}, false},
+      {{VK_DOWN, VK_RETURN}, 0, {kDelete}, false},
+      {{VK_UP, VK_UP, VK_RETURN}, 0, {kDelete}, false},
+      {{VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN}, 0, {kOpen}, false},
+      {{VK_UP, VK_RETURN}, 0, {}, true},
+      {{VK_TBACK}, 0, {}, false},
+      {{VK_TSOFT2}, 0, {}, false},
+      {{'2'}, u'2', {kDelete}, false},
+      {{'9'}, u'9', {}, true},
+      {{}, u'p', {}, true},
+      {{VK_LEFT, VK_END}, 0, {}, true},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(&each - cases);
+    commands.clear();
+    messages.clear();
+    std::vector<Step> steps{Tap(VK_TSOFT1), [&] { messages.clear(); }};
+    for (const UINT key : each.keys) steps.push_back(Tap(key));
+    if (each.typed != 0) steps.push_back([&] { phone::TypeCharacter(each.typed); });
+    steps.push_back([&] { EXPECT_EQ(phone::Look().menu.has_value(), each.stays_open); });
+    Play(begin, steps);
+    EXPECT_EQ(std::vector<WORD>(commands.begin() + 1, commands.end()), each.commands);
+    EXPECT_EQ(Messages().find("down"), std::string::npos) << "the menu's keys are its own";
+    EXPECT_EQ(Messages().find("up"), std::string::npos);
+    EXPECT_EQ(Messages().find("char"), std::string::npos);
+    EXPECT_EQ(Messages().find("hotkey"), std::string::npos);
+  }
+}
+
+TEST_F(Menus, ScrollWhenTheyDoNotFitAndGoWithTheirBar) {
+  HWND bar = nullptr;
+  Play([&] { bar = MakeBar(kListBar); }, {Tap(VK_TSOFT1), [] { phone::ResizeClient(100, 30); },
+                                          [&] {
+                                            phone::Screen();
+                                            phone::PressKey(VK_UP);
+                                          },
+                                          [&] {
+                                            phone::Screen();
+                                            EXPECT_TRUE(phone::Look().menu);
+                                            DestroyWindow(bar);
+                                            EXPECT_FALSE(phone::Look().menu);
+                                          }});
+}
+
+class Boxes : public WindowTest {
+ protected:
+  Boxes() {
+    answer = [this](UINT message, WPARAM wparam, LPARAM) -> std::optional<LRESULT> {
+      if (message != WM_COMMAND) return {};
+      if (wparam == 1) answers.push_back(MessageBoxW(main, TEXT("Sure?"), TEXT("Alert"), MB_YESNO | MB_ICONQUESTION));
+      if (wparam == 2) answers.push_back(MessageBoxW(main, TEXT("No!"), TEXT("Alert"), MB_OK | MB_ICONEXCLAMATION));
+      // One box from within another, as an error while asking would be.
+      if (wparam == 3) {
+        SendMessageW(main, WM_COMMAND, 1, 0);
+        SendMessageW(main, WM_COMMAND, 2, 0);
+      }
+      return {};
+    };
+  }
+  static Step Ask(int command) {
+    return [command] { EXPECT_TRUE(phone::SendCommand(command)); };
+  }
+
+  std::vector<int> answers;
+};
+
+TEST_F(Boxes, AreAnsweredWithTheirKeys) {
+  struct Case {
+    int command;
+    UINT key;
+    int answer;  ///< 0: the box stays open
+  };
+  const Case cases[] = {{1, VK_RETURN, IDYES}, {1, VK_TSOFT1, IDYES}, {1, VK_TSOFT2, IDNO},
+                        {1, VK_TBACK, IDNO},   {2, VK_RETURN, IDOK},  {2, VK_TSOFT1, IDOK},
+                        {2, VK_TBACK, IDOK},   {2, VK_TSOFT2, 0},     {1, VK_DOWN, 0}};
+  for (const Case& each : cases) {
+    SCOPED_TRACE(&each - cases);
+    answers.clear();
+    messages.clear();
+    Play({}, {Ask(each.command), Tap(each.key), [&] { EXPECT_EQ(phone::Look().box.has_value(), each.answer == 0); }});
+    const int expected = each.answer != 0 ? each.answer : each.command == 1 ? IDNO : IDOK;
+    EXPECT_EQ(answers, std::vector<int>{expected}) << "closing the phone answers what is still open";
+    EXPECT_EQ(Messages().find("up"), std::string::npos);
+  }
+}
+
+TEST_F(Boxes, ShowWhatTheyAskAndGiveTheFocusBack) {
+  HWND field = nullptr;
+  const auto begin = [&] {
+    field = MakeField(60);
+    SetFocus(field);
+  };
+  Play(begin, {Ask(1),
+               [&] {
+                 const phone::State state = phone::Look();
+                 ASSERT_TRUE(state.box);
+                 EXPECT_EQ(state.box->text, u"Sure?");
+                 EXPECT_EQ(state.box->caption, u"Alert");
+                 EXPECT_EQ(state.box->style, 36u);
+                 EXPECT_EQ(state.box->buttons, (std::vector<std::u16string>{u"Yes", u"No"}));
+                 EXPECT_EQ(state.bar_left, u"Yes");
+                 EXPECT_EQ(state.bar_right, u"No");
+                 EXPECT_FALSE(state.focused_edit);
+                 EXPECT_FALSE(phone::AnswerBox(IDOK));
+                 EXPECT_FALSE(phone::SendCommand(2));
+                 phone::TypeCharacter(u'x');
+                 phone::InvalidateAll();
+               },
+               [&] {
+                 EXPECT_EQ(painted, 2) << "painting goes on behind the box";
+                 EXPECT_TRUE(phone::AnswerBox(IDYES));
+               },
+               [] {
+                 EXPECT_EQ(phone::Look().focused_edit, 0);
+                 EXPECT_EQ(phone::Look().edits.at(0).text, u"");
+               }});
+  EXPECT_EQ(answers, std::vector<int>{IDYES});
+}
+
+TEST_F(Boxes, IgnoreAKeyHeldSinceBeforeTheyOpened) {
+  answer = [&](UINT message, WPARAM wparam, LPARAM) -> std::optional<LRESULT> {
+    if (message == WM_KEYDOWN && wparam == VK_RETURN)
+      answers.push_back(MessageBoxW(main, TEXT("Sure?"), TEXT("Alert"), MB_YESNO));
+    return {};
+  };
+  Play({}, {Press(VK_RETURN), Press(VK_RETURN), [] { EXPECT_TRUE(phone::Look().box); },
+            [] { phone::ReleaseKey(VK_RETURN); }, Press(VK_RETURN)});
+  EXPECT_EQ(answers, std::vector<int>{IDYES});
+}
+
+/// However the program ends, a box is answered and its caller returns before the window goes.
+TEST_F(Boxes, UnwindBeforeTheWindowGoes) {
+  const auto close = [] { phone::Close(); };
+  const auto destroy = [this] {
+    DestroyWindow(main);
+    EXPECT_EQ(phone::Look().windows, 1) << "not yet";
+  };
+  for (const Step& end : {Step(close), Step(destroy)}) {
+    answers.clear();
+    messages.clear();
+    bool gone_first = false;
+    const auto plain = answer;
+    answer = [&](UINT message, WPARAM wparam, LPARAM lparam) -> std::optional<LRESULT> {
+      const auto result = plain(message, wparam, lparam);
+      if (message == WM_COMMAND && wparam == 3) gone_first = messages.back() == WM_DESTROY;
+      return result;
+    };
+    EXPECT_EQ(Play({}, {Ask(3), end}), 0);
+    answer = plain;
+    EXPECT_EQ(answers, (std::vector<int>{IDNO, IDOK})) << "the second one is not even shown";
+    EXPECT_FALSE(gone_first);
+    EXPECT_EQ(messages.back(), WM_DESTROY);
+  }
+}
+
+TEST_F(Boxes, UnwindOneWithinAnother) {
+  const auto begin = [&] {
+    answer = [&](UINT message, WPARAM wparam, LPARAM) -> std::optional<LRESULT> {
+      if (message != WM_COMMAND && message != WM_HOTKEY) return {};
+      const bool first = message == WM_COMMAND && wparam == 1;
+      const int given = MessageBoxW(main, TEXT("?"), TEXT("Alert"), first ? MB_YESNO : MB_OK);
+      answers.push_back(given);
+      return 0;
+    };
+  };
+  Play(begin, {Ask(1), [] { phone::SendHotKey(VK_TBACK, false); },
+               [] {
+                 EXPECT_EQ(phone::Look().box->buttons.size(), 1u);
+                 phone::Close();
+               }});
+  EXPECT_EQ(answers, (std::vector<int>{IDOK, IDNO})) << "the inner one first";
+}
+
+}  // namespace
