@@ -95,7 +95,7 @@ DWORD OpenStream(std::u16string_view path, bool writes, FILE*& file) {
   if (writes) setvbuf(file, nullptr, _IONBF, 0);
   stream->handle = file;
   open_streams.push_back(file);
-  stream.release();
+  static_cast<void>(stream.release());  // the open stream owns it, CloseStream frees it
   return ERROR_SUCCESS;
 }
 
