@@ -14,12 +14,13 @@ namespace {
 struct NamedKey {
   std::string_view name;
   UINT code;
+  const char16_t* typed = u"";
 };
 
 constexpr NamedKey kKeys[] = {
     {"up", VK_UP},         {"down", VK_DOWN},  {"left", VK_LEFT},       {"right", VK_RIGHT},
     {"action", VK_RETURN}, {"back", VK_TBACK}, {"softleft", VK_TSOFT1}, {"softright", VK_TSOFT2},
-    {"delete", VK_DELETE}, {"home", VK_HOME},  {"end", VK_END},         {"space", VK_SPACE},
+    {"delete", VK_DELETE}, {"home", VK_HOME},  {"end", VK_END},         {"space", VK_SPACE, u" "},
 };
 
 constexpr std::uint32_t kLargestCode = 0xFFFF;
@@ -33,7 +34,7 @@ bool IsOneCharacter(const std::u16string& text) {
 std::optional<Key> KeyByName(std::string_view name) {
   const auto* const named =
       std::find_if(std::begin(kKeys), std::end(kKeys), [&](const NamedKey& key) { return key.name == name; });
-  if (named != std::end(kKeys)) return Key{named->code, {}};
+  if (named != std::end(kKeys)) return Key{named->code, named->typed};
   const std::optional<std::u16string> text = phone::ToUtf16(name);
   if (text && IsOneCharacter(*text)) return Key{0, *text};
   if (!name.starts_with('#')) return std::nullopt;

@@ -12,7 +12,7 @@ namespace headless {
 
 struct Key {
   UINT code = 0;         ///< virtual-key code; 0 for a character
-  std::u16string typed;  ///< the character
+  std::u16string typed;  ///< what it types
 };
 
 /// A named key, one character, or `#CODE`. Nothing for another name.

@@ -49,7 +49,7 @@ int main(int count, char** arguments) {
   headless::CommandLine command_line;
   std::string error;
   if (!headless::ParseCommandLine(count, arguments, command_line, error)) {
-    std::cerr << "quillmark-headless: " << error << "\n" << headless::kUsage;
+    std::cerr << "quillmark-headless: " << error << "\nTry quillmark-headless --help.\n";
     return hosts::kUsageError;
   }
   if (command_line.help || command_line.version) {

@@ -101,7 +101,7 @@ int main(int count, char** arguments) {
   CommandLine command_line;
   command_line.settings.free_threads = true;
   if (!Parse(count, arguments, command_line)) {
-    std::cerr << kUsage;
+    std::cerr << "Try quillmark --help.\n";
     return hosts::kUsageError;
   }
   if (command_line.help || command_line.version) {

@@ -9,6 +9,8 @@
 namespace sdl {
 namespace {
 
+constexpr char kNotOpened[] = "the page cannot be opened";
+
 /// SDL's own numbers for this host's events.
 struct EventTypes {
   Uint32 wake;
@@ -92,7 +94,7 @@ void SdlHost::ComeToForeground() {
 bool SdlHost::OpenDocument(const std::string&, const std::string& document) {
   const std::optional<Viewer> viewer = Viewer::Open(document);
   if (!viewer) {
-    Notify("cannot open " + document);
+    Notify(kNotOpened);
     return false;
   }
   viewers_.push_back(*viewer);
@@ -160,7 +162,7 @@ void SdlHost::HandleReadable(int descriptor) {
   if (viewer == viewers_.end()) return;
   const bool shown = viewer->Finish();
   viewers_.erase(viewer);
-  if (!shown) Notify("the page cannot be opened");
+  if (!shown) Notify(kNotOpened);
 }
 
 void SdlHost::ComeBack() {

@@ -49,7 +49,7 @@ TEST_F(Editor, MoveModeCarriesThePluginAndTheRowsChangePlaces) {
   std::vector<int> alphas;
   for (const Json& op : fading["ops"])
     if (op["op"] == "AlphaBlend" && op["w"] == 220 && op["h"] == 27) alphas.push_back(op["alpha"]);
-  EXPECT_EQ(alphas, (std::vector<int>{127, 128}));
+  EXPECT_EQ(alphas, (std::vector<int>{128, 127}));
   phone.Play({"wait 600", "key down"});
   // Half-way the carried row and its neighbour share a place.
   const Json half = phone.Play({"wait 250 250"});

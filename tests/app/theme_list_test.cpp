@@ -64,6 +64,7 @@ TEST(ThemeList, TheSelectionFollowsWhatTheRegistryNames) {
       phone.Play({"registry set ControlPanel\\Home Scheme \"" + scheme + "\""});
     }
     ScriptedPhone phone(folder);
+    phone.Play({"wait 600"});
     EXPECT_EQ(phone.Selected(), selected) << scheme;
   }
   std::filesystem::remove(folder.path() / "registry.reg");
@@ -85,7 +86,7 @@ TEST(ThemeList, ScrollsARowAtATimeAndFinishesASlideForTheNextKey) {
   phone.Play({"key down"});
   const Json half = phone.Play({"wait 250 250"});
   EXPECT_EQ(half["frames"], 1);
-  EXPECT_EQ(TopsOf(half, {"Layout 01", "Layout 02", "Layout 09"}), (std::vector<int>{24, 51, 240}));
+  EXPECT_EQ(TopsOf(half, {"Layout 01", "Layout 02", "Layout 09"}), (std::vector<int>{23, 50, 239}));
   // A second key completes the first slide at once.
   const Json second = phone.Play({"key down"});
   EXPECT_EQ(TopsOf(second, {"Layout 02", "Layout 03", "Layout 09"}), (std::vector<int>{37, 64, 226}));
