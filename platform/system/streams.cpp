@@ -2,8 +2,9 @@
 /// The runtime's file streams on the phone's files. Each fread, fwrite and fclose of the program counts and can fail.
 ///
 /// A stream for writing is not buffered, so that the C library hands each fwrite on as one operation. Reading it splits
-/// and joins as it likes, whatever the buffer; so this file has the fread that the program is linked with.
+/// and joins as it likes, whatever the buffer; so fread itself is wrapped.
 #include <fcntl.h>
+#include <stdio_ext.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -110,19 +111,19 @@ DWORD OpenStreamAs(std::u16string_view path, std::u16string_view mode, FILE*& fi
 
 }  // namespace phone
 
-/// In the place of the C library's function of this name; the label keeps its declaration's attributes out of the way.
-extern "C" std::size_t ReadFromStream(void* data, std::size_t size, std::size_t count, FILE* file) __asm__("fread");
+extern "C" {
+// The linker leads every fread of this program's own objects here (--wrap), and this name to the C library's.
+std::size_t __real_fread(void* data, std::size_t size, std::size_t count, FILE* file);
+std::size_t __wrap_fread(void* data, std::size_t size, std::size_t count, FILE* file);
+}
 
-std::size_t ReadFromStream(void* data, std::size_t size, std::size_t count, FILE* file) {
+std::size_t __wrap_fread(void* data, std::size_t size, std::size_t count, FILE* file) {
   if (phone::IsPhoneStream(file) && phone::FaultDue(phone::Operation::fread)) {
-    file->_flags |= _IO_ERR_SEEN;
+    __fseterr(file);
     errno = EIO;
     return 0;
   }
-  flockfile(file);
-  const std::size_t done = fread_unlocked(data, size, count, file);
-  funlockfile(file);
-  return done;
+  return __real_fread(data, size, count, file);
 }
 
 FILE* _wfopen(const WCHAR* path, const WCHAR* mode) {

@@ -84,7 +84,9 @@ DWORD FolderError() {
 
 /// Goes along all elements; the last one's folder stays open in `place`.
 DWORD WalkTo(const Walk& walk, Place& place) {
-  place = {UniqueFd(fcntl(walk.folder, F_DUPFD_CLOEXEC, 0)), {}, walk.path, walk.read_only};
+  place.folder = UniqueFd(fcntl(walk.folder, F_DUPFD_CLOEXEC, 0));
+  place.path = walk.path;
+  place.read_only = walk.read_only;
   if (!place.folder) return ERROR_PATH_NOT_FOUND;
   for (std::size_t i = 0; i < walk.elements.size(); ++i) {
     if (i > 0) {
