@@ -2,9 +2,9 @@
 /// The runtime's file streams on the phone's files. Each fread, fwrite and fclose of the program counts and can fail.
 ///
 /// A stream for writing is not buffered, so that the C library hands each fwrite on as one operation. Reading it splits
-/// and joins as it likes, whatever the buffer; so fread itself is wrapped.
+/// and joins as it likes, whatever the buffer; so fread itself is wrapped; one that is made to
+/// fail gives 0 and errno, but leaves the stream's error indicator, which only the C library can set.
 #include <fcntl.h>
-#include <stdio_ext.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -119,7 +119,6 @@ std::size_t __wrap_fread(void* data, std::size_t size, std::size_t count, FILE* 
 
 std::size_t __wrap_fread(void* data, std::size_t size, std::size_t count, FILE* file) {
   if (phone::IsPhoneStream(file) && phone::FaultDue(phone::Operation::fread)) {
-    __fseterr(file);
     errno = EIO;
     return 0;
   }
