@@ -7,6 +7,12 @@
 
 #include "animation/easing.h"
 
+AnimStep::~AnimStep() {
+  // The tracks that found no room come after those that did.
+  AnimTrack* track = room[kRoom - 1].next;
+  while (track) delete std::exchange(track, track->next);
+}
+
 HRESULT AppendStep(std::unique_ptr<AnimStep>& first, AnimStep*& last, DWORD startTick, DWORD duration,
                    DWORD endMode) noexcept {
   std::unique_ptr<AnimStep> step(new (std::nothrow) AnimStep);
@@ -21,15 +27,12 @@ HRESULT AppendStep(std::unique_ptr<AnimStep>& first, AnimStep*& last, DWORD star
 }
 
 HRESULT AppendTrack(AnimStep& step, INT from, INT to, DWORD property, INT curve) noexcept {
-  std::unique_ptr<AnimTrack> track(new (std::nothrow) AnimTrack);
+  AnimTrack* const track =
+      step.roomTaken < AnimStep::kRoom ? &step.room[step.roomTaken++] : new (std::nothrow) AnimTrack;
   if (!track) return E_OUTOFMEMORY;
-  track->from = from;
-  track->to = to;
-  track->property = property;
-  track->curve = curve;
-  std::unique_ptr<AnimTrack>& end = step.firstTrack ? step.lastTrack->next : step.firstTrack;
-  end = std::move(track);
-  step.lastTrack = end.get();
+  *track = {from, to, property, curve, nullptr};
+  (step.firstTrack ? step.lastTrack->next : step.firstTrack) = track;
+  step.lastTrack = track;
   return S_OK;
 }
 

@@ -35,17 +35,27 @@ struct AnimTrack {
   INT to = 0;
   DWORD property = 0;  ///< one of the PROP_ identifiers; any other is carried along and changes nothing
   INT curve = 0;       ///< an EaseCurve
-  std::unique_ptr<AnimTrack> next;
+  AnimTrack* next = nullptr;
 };
 
-/// One step of a script: its tracks run together.
+/// One step of a script: its tracks run together. It owns them.
 struct AnimStep {
+  AnimStep() noexcept = default;
+  AnimStep(const AnimStep&) = delete;
+  AnimStep& operator=(const AnimStep&) = delete;
+  ~AnimStep();
+
   DWORD startTick = 0;  ///< ms, the tick count; 0 until the step starts, for "when it becomes the current one"
   DWORD duration = 0;   ///< ms
   DWORD endMode = 0;    ///< a StepEndMode
-  std::unique_ptr<AnimTrack> firstTrack;
+  AnimTrack* firstTrack = nullptr;
   AnimTrack* lastTrack = nullptr;
   std::unique_ptr<AnimStep> next;
+
+  /// The first tracks lie within the step: a list starts a step with up to three of them on each of its rows at once.
+  static constexpr DWORD kRoom = 3;
+  AnimTrack room[kRoom];
+  DWORD roomTaken = 0;
 };
 
 /// Puts a step without tracks at the end of the queue and makes it `last`. E_OUTOFMEMORY when it cannot be allocated;

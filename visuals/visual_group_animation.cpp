@@ -58,7 +58,7 @@ HRESULT CVisualGroup::TickAnimation() noexcept {
   if (!firstStep) return E_OUTOFMEMORY;
   const DWORD now = GetTickCount();
   if (!firstStep->firstTrack) return E_OUTOFMEMORY;
-  for (const AnimTrack* track = firstStep->firstTrack.get(); track; track = track->next.get())
+  for (const AnimTrack* track = firstStep->firstTrack; track; track = track->next)
     if (track->to != track->from) ApplyTrack(*this, *track, TrackOffset(*firstStep, *track, now));
   PropagateCurrent();
   // The step is finished within the tick that finds it over, so that no value past its end is ever drawn.
@@ -83,7 +83,7 @@ void CVisualGroup::FinishAnimation(DWORD which) noexcept {
 
 void CVisualGroup::FinishStep() noexcept {
   const std::unique_ptr<AnimStep> step = TakeFirstStep(firstStep, lastStep);
-  for (const AnimTrack* track = step->firstTrack.get(); track; track = track->next.get())
+  for (const AnimTrack* track = step->firstTrack; track; track = track->next)
     if (track->to != track->from) ApplyTrack(*this, *track, TrackDistance(*track));
   ApplyEndMode(*this, step->endMode);
 }

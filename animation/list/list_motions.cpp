@@ -57,11 +57,18 @@ void CScrollList::RotateBackward(DWORD mask, INT retreat, DWORD startTick) noexc
   Rotate(kUp, mask, retreat, startTick);
 }
 
+/// Finishing and starting a row at one go reuses the memory of its last motion while that is still at hand. A row is
+/// finished before the one ahead of it asks for its place.
 void CScrollList::Rotate(const Way& way, DWORD mask, INT advance, DWORD startTick) noexcept {
   if (!firstItem) return;
-  FinishItemAnimations();
   const PropertyList properties(mask);
-  for (const ListItem& item : RingRange(firstItem)) SendRow(*item.row, *(item.*way.behind)->row, properties, startTick);
+  (firstItem->*way.behind)->row->FinishAnimation(FINISH_ALL);
+  const ListItem* item = firstItem;
+  do {
+    item->row->FinishAnimation(FINISH_ALL);
+    SendRow(*item->row, *(item->*way.behind)->row, properties, startTick);
+    item = item->*way.ahead;
+  } while (item != firstItem);
   if (advance == 1) selected = selected->*way.ahead;
 }
 

@@ -21,26 +21,10 @@ ListItem* Walk(ListItem* item, ListItem* ListItem::*link, INT steps) noexcept {
   return item;
 }
 
-void SwapPlaces(CVisualGroup& a, CVisualGroup& b) noexcept {
-  std::swap(a.y.current, b.y.current);
-  std::swap(a.height.current, b.height.current);
-  std::swap(a.alpha.current, b.alpha.current);
-}
-
-/// Turns the order of the places of `count` rows around.
-void ReversePlaces(ListItem* first, ListItem* last, INT count) noexcept {
-  for (INT pair = 0; pair < count / 2; ++pair) {
-    SwapPlaces(*first->row, *last->row);
-    first = first->next;
-    last = last->prev;
-  }
-}
-
 /// Makes the current place the committed one, as the end of an animation does.
 void SettleRow(CVisualGroup& row) noexcept {
   row.y.base = row.y.current;
   row.height.base = row.height.current;
-  row.alpha.base = row.alpha.current;
   row.PropagateCurrent();
 }
 
@@ -69,8 +53,9 @@ void CScrollList::Move(const Way& way, bool carry) noexcept {
   selectedIndex += way.step;
   if (RowsAhead(way) > 0) {
     selectedRow += way.step;
-    FinishItemAnimations();
-    highlightY = (selected->*way.ahead)->row->y.current;
+    CVisualGroup& target = *(selected->*way.ahead)->row;
+    target.FinishAnimation(FINISH_ALL);
+    highlightY = target.y.current;
     if (carry) {
       Swap(way, PROP_Y, now);
     } else {
@@ -114,15 +99,14 @@ void CScrollList::SkipMoves(const Way& way, INT moves) noexcept {
   firstItem->row->Invalidate(INVALIDATE_DONE);
 }
 
-/// Every row takes the place of the one that many rows behind it. A rotation is three reversals, which need no memory.
+/// Every row takes the place of the one that many rows behind it. The rows are at rest, so that a row which has its new
+/// place still tells its old one by the committed values.
 void CScrollList::RotateSettledRows(const Way& way, INT places) noexcept {
-  INT count = 0;
-  for ([[maybe_unused]] const ListItem& item : RingRange(firstItem)) ++count;
-  const INT front = way.step > 0 ? places : count - places;
-  ListItem* const last = firstItem->prev;
-  ListItem* const middle = Walk(firstItem, &ListItem::next, front);
-  ReversePlaces(firstItem, last, count);
-  ReversePlaces(firstItem, middle->prev, front);
-  ReversePlaces(middle, last, count - front);
+  const ListItem* from = Walk(firstItem, way.behind, places);
+  for (const ListItem& item : RingRange(firstItem)) {
+    item.row->y.current = from->row->y.base;
+    item.row->height.current = from->row->height.base;
+    from = from->next;
+  }
   for (const ListItem& item : RingRange(firstItem)) SettleRow(*item.row);
 }

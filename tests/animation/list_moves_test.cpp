@@ -132,7 +132,7 @@ void Record(std::vector<INT>& all, const CVisualGroup& group) {
   all.insert(all.end(), {static_cast<INT>(group.tag), group.animating});
   for (const AnimStep* step = group.firstStep.get(); step; step = step->next.get()) {
     all.insert(all.end(), {static_cast<INT>(step->startTick), static_cast<INT>(step->duration)});
-    for (const AnimTrack* track = step->firstTrack.get(); track; track = track->next.get())
+    for (const AnimTrack* track = step->firstTrack; track; track = track->next)
       all.insert(all.end(), {track->from, track->to, static_cast<INT>(track->property)});
   }
   for (const auto& child : RingRange(group.texts))

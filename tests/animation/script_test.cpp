@@ -130,21 +130,29 @@ TEST(Script, TheEndModeSettlesEveryProperty) {
   });
 }
 
-TEST(Script, ATrackDrivesItsOwnPropertyFromItsBase) {
-  OnPhone([](TestHost& host, const auto&) {
-    for (const DWORD property : {PROP_X, PROP_Y, PROP_WIDTH, PROP_HEIGHT, PROP_ALPHA, PROP_EXTRA, PROP_VISIBLE}) {
-      Group moved;
-      const INT before = moved.group.GetValue(property, VALUE_BASE);
-      ASSERT_EQ(moved.group.AddStep(host.tick, 100, STEP_END_COMMIT), S_OK);
-      ASSERT_EQ(moved.group.AddTrack(-1000, -990, property, EASE_LINEAR), S_OK);
-      ASSERT_EQ(moved.group.AddTrack(0, 500, 128, EASE_LINEAR), S_OK);  // no such property
-      moved.group.FindProperty(property)->current = -1;
-      moved.group.StartAnimation(0);
-      EXPECT_EQ(moved.group.TickAnimation(), S_OK);
-      EXPECT_EQ(moved.group.GetValue(property, VALUE_ABSOLUTE), before);
-      moved.group.FinishAnimation(FINISH_ALL);
-      EXPECT_EQ(moved.group.GetValue(property, VALUE_BASE), before + 10);
+TEST(Script, EachTrackOfAStepDrivesItsOwnPropertyFromItsBase) {
+  constexpr DWORD kNoProperty = 128;
+  const DWORD properties[] = {PROP_X,     PROP_Y,     PROP_WIDTH,   PROP_HEIGHT,
+                              PROP_ALPHA, PROP_EXTRA, PROP_VISIBLE, kNoProperty};
+  OnPhone([&](TestHost& host, const auto&) {
+    Group moved;
+    ASSERT_EQ(moved.group.AddStep(host.tick, 100, STEP_END_COMMIT), S_OK);
+    std::vector<INT> before;
+    for (const DWORD property : properties) {
+      const INT distance = static_cast<INT>(10 * property);
+      ASSERT_EQ(moved.group.AddTrack(-1000, -1000 + distance, property, EASE_LINEAR), S_OK);
+      before.push_back(moved.group.GetValue(property, VALUE_BASE));
     }
+    moved.group.StartAnimation(0);
+    for (const INT percent : {0, 50, 100}) {
+      host.tick = 1000 + static_cast<DWORD>(percent);
+      EXPECT_EQ(moved.group.TickAnimation(), S_OK);
+      for (std::size_t i = 0; i < 7; ++i)
+        EXPECT_EQ(moved.group.GetValue(properties[i], VALUE_ABSOLUTE),
+                  before[i] + static_cast<INT>(properties[i]) * percent / 10);
+    }
+    moved.group.FinishAnimation(FINISH_ALL);
+    EXPECT_EQ(moved.group.GetValue(PROP_EXTRA, VALUE_BASE), 320);
   });
 }
 
