@@ -46,8 +46,8 @@ class Host {
   virtual void LeaveForeground() = 0;
   virtual void ComeToForeground() = 0;
   /// Opens a document that the program wants shown: `program` is the viewer's path on the phone, `document` the file's
-  /// path on this machine or the web address; a page that is not there is asked for too, so that the host can say so, and
-  /// what leads nowhere on the phone is empty. False when it cannot be opened.
+  /// path on this machine or the web address; a page that is not there is asked for too, so that the host can say so,
+  /// and what leads nowhere on the phone is empty. False when it cannot be opened.
   virtual bool OpenDocument(const std::string& program, const std::string& document) = 0;
 };
 

@@ -17,14 +17,14 @@
 namespace phone {
 
 struct Options {
-  std::filesystem::path folder;        ///< the phone folder: the root of the phone's file system
-  std::filesystem::path program_data;  ///< where the program's artwork and pages lie (GFX, *.html)
-  std::u16string module;               ///< path of the program's module on the phone
+  std::filesystem::path folder;          ///< the phone folder: the root of the phone's file system
+  std::filesystem::path program_data;    ///< where the program's artwork and pages lie (GFX, *.html)
+  std::u16string module;                 ///< path of the program's module on the phone
   std::span<const std::byte> resources;  ///< the program's compiled resources (.res); outlives the run
-  std::string instance;                ///< name a second start finds this one by; empty: from the phone folder
-  int client_width = 240;              ///< px
-  int client_height = 278;             ///< px
-  bool free_threads = false;           ///< threads run as they please; else one at a time
+  std::string instance;                  ///< name a second start finds this one by; empty: from the phone folder
+  int client_width = 240;                ///< px
+  int client_height = 278;               ///< px
+  bool free_threads = false;             ///< threads run as they please; else one at a time
 };
 
 /// The phone's own parts of the screen, in pixels.
@@ -33,11 +33,14 @@ inline constexpr int kSoftKeyBarHeight = 22;
 
 using EntryPoint = int(WINAPI*)(HINSTANCE, HINSTANCE, LPWSTR, int);
 
-/// Switches the phone on, runs the program on it and switches it off. Gives the program's exit code. Called from outside
-/// of everything, once at a time. Throws std::runtime_error when the phone folder cannot be used.
+/// Switches the phone on, runs the program on it and switches it off. Gives the program's exit code. Called from
+/// outside of everything, once at a time. Throws std::runtime_error when the phone folder cannot be used.
 int Run(Host& host, const Options& options, EntryPoint entry);
 
 // --- Hands ---
+//
+// What hands do waits in the order in which it is done until the program has handled what came before. None of these
+// operations runs the program's code; that happens once WaitForInput has returned.
 
 /// Keys of the phone by their virtual-key code: VK_UP, VK_RETURN, VK_TBACK, VK_TSOFT1, ... They go to an open menu or
 /// message box, to the shell, or to the window with the focus. Nothing happens while the program is in the background.
@@ -123,6 +126,7 @@ struct State {
   bool worker = false;  ///< a thread of the program besides the user-interface thread runs
 };
 
+/// After the program has ended: what was true in the end.
 State Look();
 
 /// The whole screen as a person sees it now.

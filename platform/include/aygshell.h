@@ -4,7 +4,7 @@
 
 #include "commctrl.h"
 
-#define SHCMBM_OVERRIDEKEY 0x0593u  ///< to a soft-key bar: wParam a key, lParam (flags to set << 16) | flags meant
+#define SHCMBM_OVERRIDEKEY 0x0593u    ///< to a soft-key bar: wParam a key, lParam (flags to set << 16) | flags meant
 #define SHMBOF_NODEFAULT 0x00000001u  ///< the shell does not act on the key
 #define SHMBOF_NOTIFY 0x00000002u     ///< the shell sends the key to the bar's owner as WM_HOTKEY
 #define VK_TBACK VK_ESCAPE            ///< the Back key

@@ -136,14 +136,14 @@ void ChooseInMenu(std::size_t index) {
 }
 
 void DrawMenu(Menu& menu, Surface& client) {
-  const Extent extent = MeasureMenu(menu, client);
   if (menu.stale) {
+    const Extent extent = MeasureMenu(menu, client);
     ScrollToSelection(menu, extent.rows);
     DrawPicture(menu, extent);
     menu.stale = false;
   }
-  const int x = menu.on_right ? client.width() - extent.width : 0;
-  client.Copy(*menu.picture, x, client.height() - extent.height);
+  const int x = menu.on_right ? client.width() - menu.picture->width() : 0;
+  client.Copy(*menu.picture, x, client.height() - menu.picture->height());
 }
 
 }  // namespace phone

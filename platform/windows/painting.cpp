@@ -37,7 +37,7 @@ void Invalidate(Window& window, const RECT* rect) {
 
 Window* FirstInvalid() {
   for (const auto& window : TheDesktop().windows.all())
-    if (window->update && window->paints() && IsShown(*window)) return window.get();
+    if (window->update && window->paints() && !window->painting && IsShown(*window)) return window.get();
   return nullptr;
 }
 

@@ -10,7 +10,8 @@ struct Window;
 
 /// Marks a part of the window (null: all of it) to be painted.
 void Invalidate(Window& window, const RECT* rect);
-/// The first visible window of the program with something to paint; null when there is none.
+/// The first visible window of the program with something to paint that it is not painting already; null when there is
+/// none.
 Window* FirstInvalid();
 /// Has the window paint itself. A window that answers WM_PAINT without painting is taken as painted, so that it does
 /// not keep the phone awake.
