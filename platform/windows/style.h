@@ -10,20 +10,20 @@ constexpr COLORREF Rgb(unsigned red, unsigned green, unsigned blue) {
   return red | green << 8 | blue << 16;
 }
 
-// Dark slate with one accent. White text keeps a contrast of at least 4.5 : 1 on each of the grounds.
-inline constexpr COLORREF kTitleGround = Rgb(0x1B, 0x24, 0x2F);
-inline constexpr COLORREF kKeysGround = Rgb(0x1B, 0x24, 0x2F);
-inline constexpr COLORREF kPanelGround = Rgb(0x26, 0x32, 0x40);
-inline constexpr COLORREF kPanelHead = Rgb(0x1F, 0x6F, 0x8B);
-inline constexpr COLORREF kPanelFrame = Rgb(0x4A, 0x5B, 0x6D);
-inline constexpr COLORREF kSelection = Rgb(0x1F, 0x6F, 0x8B);
-inline constexpr COLORREF kAccent = Rgb(0x4F, 0xB3, 0xD1);
+// Night teal with one warm accent. White text keeps a contrast of at least 4.5 : 1 on each of the grounds.
+inline constexpr COLORREF kTitleGround = Rgb(0x0D, 0x24, 0x31);
+inline constexpr COLORREF kKeysGround = Rgb(0x0D, 0x24, 0x31);
+inline constexpr COLORREF kPanelGround = Rgb(0x12, 0x30, 0x3E);
+inline constexpr COLORREF kPanelHead = Rgb(0x20, 0x5F, 0x6B);
+inline constexpr COLORREF kPanelFrame = Rgb(0x3E, 0x6B, 0x78);
+inline constexpr COLORREF kSelection = Rgb(0x20, 0x5F, 0x6B);
+inline constexpr COLORREF kAccent = Rgb(0xE8, 0xA3, 0x4A);
 inline constexpr COLORREF kWarning = Rgb(0xF2, 0xB1, 0x34);
 inline constexpr COLORREF kText = Rgb(0xFF, 0xFF, 0xFF);
-inline constexpr COLORREF kQuietText = Rgb(0xA9, 0xB8, 0xC6);
-inline constexpr COLORREF kDarkText = Rgb(0x1B, 0x24, 0x2F);
-inline constexpr COLORREF kFieldGround = Rgb(0xF4, 0xF7, 0xFA);
-inline constexpr COLORREF kFieldFrame = Rgb(0x8A, 0x9B, 0xAC);
+inline constexpr COLORREF kQuietText = Rgb(0xB9, 0xD3, 0xD3);
+inline constexpr COLORREF kDarkText = Rgb(0x0D, 0x24, 0x31);
+inline constexpr COLORREF kFieldGround = Rgb(0xFB, 0xF7, 0xEE);
+inline constexpr COLORREF kFieldFrame = Rgb(0x7F, 0x9C, 0xA0);
 inline constexpr COLORREF kShade = Rgb(0x00, 0x00, 0x00);
 inline constexpr std::uint8_t kShadeOpacity = 110;  ///< of the veil over the client area behind a message box
 
