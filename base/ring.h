@@ -3,6 +3,7 @@
 /// record, or null when the ring is empty. The ring owns its records.
 #pragma once
 
+#include <iterator>
 #include <memory>
 
 /// Links a record in at the end: between the last one and the head.
@@ -54,7 +55,7 @@ class RingRange {
       node_ = node_->next == head_ ? nullptr : node_->next;
       return *this;
     }
-    bool operator!=(const Iterator& other) const noexcept { return node_ != other.node_; }
+    bool operator!=(std::default_sentinel_t) const noexcept { return node_ != nullptr; }
 
    private:
     Node* node_;
@@ -63,7 +64,7 @@ class RingRange {
 
   explicit RingRange(Node* head) noexcept : head_(head) {}
   Iterator begin() const noexcept { return {head_, head_}; }
-  Iterator end() const noexcept { return {nullptr, head_}; }
+  std::default_sentinel_t end() const noexcept { return {}; }
 
  private:
   Node* head_;
