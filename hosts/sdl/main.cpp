@@ -79,11 +79,22 @@ class Video {
  public:
   Video() {
     if (SDL_Init(SDL_INIT_VIDEO) != 0) throw std::runtime_error(std::string("no display: ") + SDL_GetError());
+    if (NobodyCouldSee()) {
+      SDL_Quit();
+      throw std::runtime_error("no display");
+    }
     SDL_EnableScreenSaver();
   }
   ~Video() { SDL_Quit(); }
   Video(const Video&) = delete;
   Video& operator=(const Video&) = delete;
+
+ private:
+  /// Where there is no display SDL falls back on a driver that shows nothing; only who asks for it means it.
+  static bool NobodyCouldSee() {
+    const std::string_view driver = SDL_GetCurrentVideoDriver();
+    return !std::getenv("SDL_VIDEODRIVER") && (driver == "offscreen" || driver == "dummy" || driver == "evdev");
+  }
 };
 
 int RunPhone(const CommandLine& command_line) {
