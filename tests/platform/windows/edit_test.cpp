@@ -102,25 +102,4 @@ TEST_F(Fields, AreWorkedWithTheKeysAndListedFromTheTop) {
                }});
 }
 
-/// The caret stays in view: the pixels of the caret column differ from the field's ground.
-TEST_F(Fields, ScrollUnderTheCaret) {
-  const auto dark_columns = [] {
-    const phone::ScreenImage client = phone::Client();
-    int count = 0;
-    for (int x = 14; x < 228; ++x) {
-      bool solid = true;
-      for (int y = 67; y < 80; ++y) solid = solid && (client.pixels[y * client.stride + x] & 0xFF) < 0xA0;
-      count += solid;
-    }
-    return count;
-  };
-  const auto begin = [&] {
-    const HWND field = MakeField(60);
-    const std::u16string text(300, u'.');
-    SendMessageW(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
-    SetFocus(field);
-  };
-  Play(begin, {[&] { EXPECT_EQ(dark_columns(), 2); }, Tap(VK_HOME), [&] { EXPECT_EQ(dark_columns(), 2); }});
-}
-
 }  // namespace

@@ -55,13 +55,4 @@ TEST_F(Focus, IsElsewhereWhileTheProgramIsInTheBackground) {
   EXPECT_EQ(phone::Look().back_navigations, 1);
 }
 
-TEST_F(Focus, ComesFromAnotherWindowOfTheProgramToTheFront) {
-  Play([&] { SHNavigateBack(); }, {[&] {
-         EXPECT_TRUE(SetForegroundWindow(main));
-         EXPECT_TRUE(phone::Look().foreground);
-         EXPECT_TRUE(phone::Look().main_focused);
-         EXPECT_EQ(host.came, 1);
-       }});
-}
-
 }  // namespace

@@ -93,9 +93,4 @@ TEST_F(Keys, BackDeletesOneCharacterInAField) {
                }});
 }
 
-TEST_F(Keys, HotKeysAreMadeForAnyCode) {
-  Play({}, {[] { phone::SendHotKey(0x70, true); }});
-  EXPECT_EQ(hotkeys, std::vector<LPARAM>{MAKELPARAM(MOD_KEYUP, 0x70)});
-}
-
 }  // namespace

@@ -1,7 +1,3 @@
-#include <algorithm>
-#include <vector>
-
-#include "graphics/surface.h"
 #include "platform/windows/window_test.h"
 
 namespace {
@@ -71,18 +67,6 @@ TEST_F(Painting, ShowsTheScreenOnceATurn) {
                                         },
                                         [&] { EXPECT_EQ(host.frames, frames + 1); },
                                         [&] { EXPECT_EQ(host.frames, frames + 1) << "nothing has changed"; }});
-}
-
-TEST_F(Painting, ComposesTheFieldsOverTheWindow) {
-  const auto pixel = [](int x, int y) {
-    const phone::ScreenImage client = phone::Client();
-    return client.pixels[y * client.stride + x] & 0xFFFFFF;
-  };
-  Play([&] { MakeField(60); }, {[&] {
-         EXPECT_EQ(pixel(5, 70), 0u) << "the window has drawn nothing: black";
-         EXPECT_NE(pixel(100, 65), 0u) << "the field's ground";
-         EXPECT_EQ(pixel(100, 88), 0u) << "below the field";
-       }});
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -80,20 +81,13 @@ class WindowTest : public testing::Test {
 
  private:
   static std::string Name(UINT message) {
-    switch (message) {
-      case WM_CREATE: return "create";
-      case WM_DESTROY: return "destroy";
-      case WM_SETFOCUS: return "focus";
-      case WM_KILLFOCUS: return "unfocus";
-      case WM_CLOSE: return "close";
-      case WM_KEYDOWN: return "down";
-      case WM_KEYUP: return "up";
-      case WM_CHAR: return "char";
-      case WM_COMMAND: return "command";
-      case WM_HOTKEY: return "hotkey";
-      case WM_WININICHANGE: return "setting";
-      default: return "#" + std::to_string(message);
-    }
+    static const std::map<UINT, std::string> names = {
+        {WM_CREATE, "create"},     {WM_DESTROY, "destroy"},     {WM_SETFOCUS, "focus"},
+        {WM_KILLFOCUS, "unfocus"}, {WM_CLOSE, "close"},         {WM_KEYDOWN, "down"},
+        {WM_KEYUP, "up"},          {WM_CHAR, "char"},           {WM_COMMAND, "command"},
+        {WM_HOTKEY, "hotkey"},     {WM_WININICHANGE, "setting"}};
+    const auto found = names.find(message);
+    return found != names.end() ? found->second : std::to_string(message);
   }
 
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
