@@ -21,7 +21,8 @@ inline TextField ProgramFolder(HINSTANCE instance) noexcept {
   return folder;
 }
 
-/// The path of something in the program's folder; false when it does not fit.
+/// The path of something in the program's folder; false when it does not fit or the folder is not known.
 [[nodiscard]] inline bool ProgramPath(HINSTANCE instance, LPCWSTR name, TextField& path) noexcept {
-  return JoinPath(path, ProgramFolder(instance), name);
+  const TextField folder = ProgramFolder(instance);
+  return !folder.empty() && JoinPath(path, folder, name);
 }
