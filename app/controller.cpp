@@ -32,9 +32,12 @@ CAppController::~CAppController() {
   fileNameLabel.reset();
   pluginTitleLabel.reset();
   versionText.reset();
-  ClearRing(themeRecords);
-  ClearRing(pluginRecords);
-  ClearRing(favoriteRecords);
+  Unexamined(ClearThemeRecords());
+  Unexamined(ClearPluginRecords());
+  Unexamined(ClearFavoriteRecords());
+  // A bitmap can only go when no context has it selected.
+  composeDC.Reset();
+  backgroundDC.Reset();
 }
 
 void CAppController::Initialize(HWND window, HINSTANCE programInstance) noexcept {
@@ -55,6 +58,21 @@ void CAppController::HandleMessage(HWND window, UINT message, WPARAM wparam, LPA
     case WM_DESTROY: return OnDestroy();
     default: return;
   }
+}
+
+HRESULT CAppController::ClearThemeRecords() noexcept {
+  ClearRing(themeRecords);
+  return S_OK;
+}
+
+HRESULT CAppController::ClearPluginRecords() noexcept {
+  ClearRing(pluginRecords);
+  return S_OK;
+}
+
+HRESULT CAppController::ClearFavoriteRecords() noexcept {
+  ClearRing(favoriteRecords);
+  return S_OK;
 }
 
 CScrollList* CAppController::CurrentList() const noexcept {

@@ -47,6 +47,10 @@ class CAppController {
 
   // --- Themes and favourites (save_theme.cpp, favorite_flows.cpp, apply_theme.cpp) ---
 
+  /// Free every record of a ring. A list made from it must be gone. Always S_OK.
+  HRESULT ClearThemeRecords() noexcept;
+  HRESULT ClearPluginRecords() noexcept;
+  HRESULT ClearFavoriteRecords() noexcept;
   /// Saves the edited theme as the save-theme form says, asking before it overwrites a file, and offers to apply it.
   /// S_OK when the file was written.
   [[nodiscard]] HRESULT SaveThemeAs() noexcept;

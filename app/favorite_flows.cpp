@@ -38,10 +38,12 @@ HRESULT CAppController::SaveFavorite() noexcept {
 HRESULT CAppController::AddFavoriteToTheme(LPCWSTR path) noexcept {
   StoredPlugin plugin;
   RETURN_IF_FAILED(ReadFavorite(path, plugin));
-  if (!pluginList) {
-    // The theme was opened without plug-ins.
-    RETURN_IF_FAILED(CreateScreenList(*this, mainWindow, pluginList));
-    pluginList->UpdateScrollBar(GetTickCount());
-  }
-  return AddPluginToTheme(std::move(plugin), *pluginList, pluginRecords);
+  if (pluginList) return AddPluginToTheme(std::move(plugin), *pluginList, pluginRecords);
+  // The theme was opened without plug-ins.
+  std::unique_ptr<CScrollList> newList;
+  RETURN_IF_FAILED(CreateScreenList(*this, mainWindow, newList));
+  newList->UpdateScrollBar(GetTickCount());
+  RETURN_IF_FAILED(AddPluginToTheme(std::move(plugin), *newList, pluginRecords));
+  pluginList = std::move(newList);
+  return S_OK;
 }

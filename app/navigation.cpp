@@ -10,17 +10,17 @@ namespace {
 
 void DropFavorites(CAppController& controller) noexcept {
   controller.favoriteList.reset();
-  ClearRing(controller.favoriteRecords);
+  Unexamined(controller.ClearFavoriteRecords());
 }
 
 void DropPlugins(CAppController& controller) noexcept {
   controller.pluginList.reset();
-  ClearRing(controller.pluginRecords);
+  Unexamined(controller.ClearPluginRecords());
 }
 
 void DropThemes(CAppController& controller) noexcept {
   controller.themeList.reset();
-  ClearRing(controller.themeRecords);
+  Unexamined(controller.ClearThemeRecords());
 }
 
 HRESULT ShowThemeList(CAppController& controller, HWND window) noexcept {

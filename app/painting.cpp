@@ -60,8 +60,8 @@ HRESULT CreateAboutImage(CAppController& controller, const RECT& client) noexcep
 
 /// A memory device context with a bitmap of the client area's size.
 struct OffscreenBuffer {
+  OwnedBitmap bitmap;  // before the context, so that it outlives its selection
   OwnedDC dc;
-  OwnedBitmap bitmap;
 };
 
 HRESULT CreateBuffer(HDC paintDC, const RECT& client, OffscreenBuffer& buffer) noexcept {

@@ -13,7 +13,7 @@ constexpr int SHORTEST_FILE_NAME = 5;  // code units
 
 /// The path of a layout file; false when it does not fit.
 bool ThemePath(LPCWSTR applicationData, LPCWSTR fileName, TextField& path) noexcept {
-  FixedText<2 * MAX_PATH> folder;
+  LongPath folder;
   return JoinPath(folder, applicationData, THEME_FOLDER) && JoinPath(path, folder, fileName);
 }
 

@@ -1,6 +1,7 @@
 #include "screens/list_building.h"
 
 #include <new>
+#include <string_view>
 
 #include "base/paths.h"
 #include "themes/apply.h"
@@ -18,6 +19,7 @@ struct ListGeometry {
 
 constexpr ListGeometry PORTRAIT = {8, 11, 10, 220, 27};
 constexpr ListGeometry LANDSCAPE = {5, 11, 10, 300, 27};
+constexpr INT NOT_FOUND = -1;
 
 /// The path of a picture; when it does not fit it is cut, and the picture does not load.
 TextField ArtworkPath(LPCWSTR programFolder, LPCWSTR file) noexcept {
@@ -33,11 +35,17 @@ void SelectThemeInUse(CScrollList& list, ThemeRecord* themes) noexcept {
   TextField inUse;
   if (FAILED(ReadScheme(inUse))) inUse.Assign(TEXT("none"));
   INT index = 0;
+  INT found = NOT_FOUND;
   for (const ThemeRecord& theme : RingRange(themes)) {
-    if (lstrcmpiW(theme.path, inUse) == 0) break;
+    if (std::u16string_view(theme.path) == LPCWSTR{inUse}) {
+      found = index;
+      break;
+    }
+    // A disk may hold names that differ only in case; then the exact spelling is meant, else the first.
+    if (found == NOT_FOUND && lstrcmpiW(theme.path, inUse) == 0) found = index;
     ++index;
   }
-  if (index > 0 && index < list.GetCount()) list.SelectIndex(index);
+  if (found > 0 && found < list.GetCount()) list.SelectIndex(found);
 }
 
 }  // namespace

@@ -12,23 +12,27 @@ constexpr LONG NO_FIELDS = 0;
 /// How a screen is set up; null where nothing is set.
 struct ScreenRow {
   LONG screen;
+  LONG editLayout;
   HWND CAppController::*bar;
-  bool overridesBack;
   LPCWSTR leftLabel;
   LPCWSTR rightLabel;
   LPCWSTR caption;
-  LONG editLayout;
+  bool overridesBack;
 };
 
+constexpr bool OVERRIDES_BACK = true;
+constexpr bool SHELL_TAKES_BACK = false;
+
 constexpr ScreenRow SCREENS[] = {
-    {SCREEN_THEME_LIST, &CAppController::themeListBar, true, nullptr, nullptr, TEXT("Select Theme"), NO_FIELDS},
-    {SCREEN_EDITOR, &CAppController::editorBar, true, nullptr, nullptr, TEXT("Select Plugins"), NO_FIELDS},
-    {SCREEN_SAVE_THEME, &CAppController::formBar, true, TEXT("Save"), TEXT("Cancel"), TEXT("Save Theme"),
-     EDIT_LAYOUT_SAVE_THEME},
-    {SCREEN_CHOOSER, &CAppController::chooserBar, true, nullptr, nullptr, TEXT("Choose Plugin"), NO_FIELDS},
-    {SCREEN_ADD_FAVORITE, &CAppController::formBar, true, TEXT("Save"), TEXT("Cancel"), TEXT("Add to favorites"),
-     EDIT_LAYOUT_ADD_FAVORITE},
-    {SCREEN_ABOUT, &CAppController::aboutBar, false, TEXT(" "), TEXT("Back"), nullptr, NO_FIELDS},
+    {SCREEN_THEME_LIST, NO_FIELDS, &CAppController::themeListBar, nullptr, nullptr, TEXT("Select Theme"),
+     OVERRIDES_BACK},
+    {SCREEN_EDITOR, NO_FIELDS, &CAppController::editorBar, nullptr, nullptr, TEXT("Select Plugins"), OVERRIDES_BACK},
+    {SCREEN_SAVE_THEME, EDIT_LAYOUT_SAVE_THEME, &CAppController::formBar, TEXT("Save"), TEXT("Cancel"),
+     TEXT("Save Theme"), OVERRIDES_BACK},
+    {SCREEN_CHOOSER, NO_FIELDS, &CAppController::chooserBar, nullptr, nullptr, TEXT("Choose Plugin"), OVERRIDES_BACK},
+    {SCREEN_ADD_FAVORITE, EDIT_LAYOUT_ADD_FAVORITE, &CAppController::formBar, TEXT("Save"), TEXT("Cancel"),
+     TEXT("Add to favorites"), OVERRIDES_BACK},
+    {SCREEN_ABOUT, NO_FIELDS, &CAppController::aboutBar, TEXT(" "), TEXT("Back"), nullptr, SHELL_TAKES_BACK},
 };
 
 const ScreenRow* FindScreen(LONG screen) noexcept {

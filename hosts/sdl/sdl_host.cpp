@@ -91,6 +91,10 @@ void SdlHost::ComeToForeground() {
   window_.Raise();
 }
 
+void SdlHost::WindowGone() {
+  window_.Hide();
+}
+
 bool SdlHost::OpenDocument(const std::string&, const std::string& document) {
   const std::optional<Viewer> viewer = Viewer::Open(document);
   if (!viewer) {

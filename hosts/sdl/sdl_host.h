@@ -34,6 +34,7 @@ class SdlHost : public phone::Host {
   void ShowCursor(phone::Cursor cursor) override;
   void LeaveForeground() override;
   void ComeToForeground() override;
+  void WindowGone() override;
   bool OpenDocument(const std::string& program, const std::string& document) override;
 
  private:

@@ -55,6 +55,10 @@ void Window::Minimise() {
   if (window_) SDL_MinimizeWindow(window_.get());
 }
 
+void Window::Hide() {
+  if (window_) SDL_HideWindow(window_.get());
+}
+
 void Window::Raise() {
   if (!window_) return;
   SDL_RestoreWindow(window_.get());

@@ -32,6 +32,7 @@ class Window {
 
   void ShowCursor(phone::Cursor cursor);
   void Minimise();
+  void Hide();
   void Raise();
   /// Adds a notice to the window's title; empty: none.
   void ShowNotice(const std::string& notice);

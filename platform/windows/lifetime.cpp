@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "system/faults.h"
+#include "system/outside.h"
 #include "windows/desktop.h"
 #include "windows/focus.h"
 #include "windows/message_queue.h"
@@ -74,6 +75,7 @@ bool Destroy(HWND given) {
   }
   if (desktop.menu && desktop.windows.BelongsTo(desktop.menu->bar, handle)) CloseMenu();
   window->destroying = true;
+  if (window == desktop.windows.Main()) CurrentHost().WindowGone();
   Send(handle, WM_DESTROY, 0, 0);
   for (const HWND relative : desktop.windows.Relatives(handle)) Destroy(relative);
   std::erase_if(desktop.posted, [handle](const MSG& message) { return message.hwnd == handle; });
