@@ -9,10 +9,10 @@ namespace phone {
 namespace {
 
 std::vector<const Window*> FieldsFromTheTop() {
+  const auto top = [](const Window* field) { return field->rect.top; };
   std::vector<const Window*> fields;
   for (const auto& window : TheDesktop().windows.all())
-    if (window->edit) fields.push_back(window.get());
-  std::ranges::stable_sort(fields, {}, [](const Window* field) { return field->rect.top; });
+    if (window->edit) fields.insert(std::ranges::upper_bound(fields, window->rect.top, {}, top), window.get());
   return fields;
 }
 
