@@ -134,8 +134,9 @@ class RegistryParser {
     }
     const std::size_t data = at_;
     FinishLine();
-    // A backslash at the end continues the line.
-    while (Trimmed(text_.substr(data, at_ - data)).ends_with(u'\\') && at_ < text_.size()) FinishLine();
+    // A backslash at the end continues the line. Where nothing follows, the next value written would be taken for it.
+    while (Trimmed(text_.substr(data, at_ - data)).ends_with(u'\\'))
+      if (FinishLine().empty()) return false;
     return IsOtherData(Trimmed(text_.substr(data, at_ - data)));
   }
 

@@ -73,6 +73,8 @@ TEST_F(Registry, KeepsABrokenFileAside) {
                                 kHeader + key + "\"v\"=\"\\n\"\n",
                                 kHeader + key + "\"v\"=dword:xyz\n",
                                 kHeader + key + "\"v\"=\"1\\",
+                                kHeader + key + "\"v\"=hex:01,\\",
+                                kHeader + key + "\"v\"=hex:01,\\\r\n\r\n",
                                 kHeader + "[HKEY_CURRENT_USER\\k\n",
                                 kHeader + key + "word\n",
                                 kHeader + "\xFF",
