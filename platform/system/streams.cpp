@@ -1,9 +1,9 @@
 /// \file
 /// The runtime's file streams on the phone's files. Each fread, fwrite and fclose of the program counts and can fail.
 ///
-/// A stream for writing is not buffered, so that the C library hands each fwrite on as one operation. Reading it splits
-/// and joins as it likes, whatever the buffer; so fread itself is wrapped; one that is made to
-/// fail gives 0 and errno, but leaves the stream's error indicator, which only the C library can set.
+/// A stream for writing is not buffered, so that the C library hands each fwrite on as one operation. Reads it splits
+/// and joins as it likes, whatever the buffer, so fread itself is wrapped. One that is made to fail gives 0 and errno,
+/// but leaves the stream's error indicator, which only the C library can set.
 #include <fcntl.h>
 
 #include <algorithm>
