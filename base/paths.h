@@ -6,6 +6,9 @@
 
 #include "base/text_field.h"
 
+/// A path on its way: longer than any that the phone or a text field takes.
+using LongPath = FixedText<512>;
+
 /// The path of a file in a folder, which has no closing separator; false when it does not fit.
 template <std::size_t Capacity>
 [[nodiscard]] bool JoinPath(FixedText<Capacity>& path, LPCWSTR folder, LPCWSTR name) noexcept {

@@ -40,7 +40,7 @@ bool FindApplicationData(HWND window, FixedText<MAX_PATH>& folder) noexcept {
 }
 
 HRESULT LoadThemeCatalog(LPCWSTR applicationData, ThemeRecord*& themes) noexcept {
-  FixedText<2 * MAX_PATH> folder;
+  LongPath folder;
   ClearRing(themes);
   if (!JoinPath(folder, applicationData, THEME_FOLDER)) return S_OK;
   return VisitFiles(folder, LAYOUT_FILES,

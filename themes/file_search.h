@@ -31,7 +31,7 @@ class FileSearch {
 /// failure of a visitor.
 template <typename Visitor>
 [[nodiscard]] HRESULT VisitFiles(LPCWSTR folder, LPCWSTR pattern, Visitor&& visit) noexcept {
-  FixedText<2 * MAX_PATH> mask;
+  LongPath mask;
   if (!JoinPath(mask, folder, pattern)) return S_OK;
   WIN32_FIND_DATAW found = {};
   const FileSearch search(FindFirstFileW(mask, &found));

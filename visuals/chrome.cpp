@@ -47,7 +47,7 @@ HRESULT CreateChromeImage(LPCWSTR programFolder, const Placement& placement,
   if (!slot) return E_OUTOFMEMORY;
   slot->SetPosition(placement.x, placement.y);
   slot->SetSize(placement.height, placement.width);
-  FixedText<2 * MAX_PATH> path;
+  LongPath path;
   [[maybe_unused]] const bool whole = JoinPath(path, programFolder, placement.file);
   Unexamined(slot->Load(path));
   return S_OK;
