@@ -18,7 +18,7 @@ namespace phone {
 namespace {
 
 /// Far beyond what the phone has memory for; a sparse file may claim any size.
-constexpr off_t kLargestFile = 512 << 20;
+constexpr off_t kLargestFile = 64 << 20;
 
 DWORD Read(std::u16string_view path, std::vector<std::byte>& content) {
   UniqueFd file;
@@ -60,7 +60,7 @@ DWORD Rename(std::u16string_view path, std::u16string_view new_name) {
 DWORD Delete(std::u16string_view path) {
   Place place;
   if (const DWORD error = LocateFile(path, place)) return error;
-  if (place.read_only) return ERROR_ACCESS_DENIED;
+  if (const DWORD error = CheckWritable(place)) return error;
   if (unlinkat(place.folder.get(), place.found.disk_name.c_str(), 0) != 0) return ErrorOf(errno, ERROR_ACCESS_DENIED);
   ForgetListing(place.folder.get());
   return ERROR_SUCCESS;

@@ -29,11 +29,8 @@ DWORD FileReplacement::Begin(std::u16string_view path) {
   Place place;
   const DWORD error = LocateFile(path, place);
   if (error != ERROR_SUCCESS && error != ERROR_FILE_NOT_FOUND) return error;
-  if (place.read_only) return ERROR_ACCESS_DENIED;
+  if (const DWORD refused = CheckWritable(place)) return refused;
   const bool exists = error == ERROR_SUCCESS;
-  // Putting another file in its place needs no permission to write to it, but who has taken that away meant it.
-  if (exists && faccessat(place.folder.get(), place.found.disk_name.c_str(), W_OK, AT_EACCESS) != 0)
-    return ErrorOf(errno, ERROR_ACCESS_DENIED);
   folder_ = std::move(place.folder);
   target_ = std::move(place.found.disk_name);
   if (const DWORD made = MakeTemporary(kNewFileMode)) return made;

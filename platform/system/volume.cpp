@@ -160,6 +160,13 @@ DWORD LocateFile(std::u16string_view path, Place& place) {
   return place.found.kind == Kind::file ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
 }
 
+DWORD CheckWritable(const Place& place) {
+  if (place.read_only) return ERROR_ACCESS_DENIED;
+  if (place.found.kind == Kind::missing) return ERROR_SUCCESS;
+  const int allowed = faccessat(place.folder.get(), place.found.disk_name.c_str(), W_OK, AT_EACCESS);
+  return allowed == 0 ? ERROR_SUCCESS : ErrorOf(errno, ERROR_ACCESS_DENIED);
+}
+
 DWORD OpenForReading(std::u16string_view path, UniqueFd& file) {
   Place place;
   if (const DWORD error = LocateFile(path, place)) return error;

@@ -28,6 +28,10 @@ DWORD Locate(std::u16string_view path, Place& place);
 /// The same for a file that is there: what is missing is ERROR_FILE_NOT_FOUND, what is no file ERROR_ACCESS_DENIED.
 DWORD LocateFile(std::u16string_view path, Place& place);
 
+/// Whether the phone may change what is in a place. This machine asks for no permission to a file itself when another
+/// one takes its place or it is deleted, but who has taken the permission to write to it away meant it.
+DWORD CheckWritable(const Place& place);
+
 /// Opens a file that is there for reading, without ever waiting for it.
 DWORD OpenForReading(std::u16string_view path, UniqueFd& file);
 

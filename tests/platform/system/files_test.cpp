@@ -182,6 +182,29 @@ TEST_F(Files, AFailedWriteLeavesTheOldFileAndNoStray) {
   EXPECT_EQ(Write(u"\\Missing\\f", "new"), ERROR_PATH_NOT_FOUND);
 }
 
+TEST_F(Files, WhatMayNotBeWrittenToIsNeitherReplacedNorDeleted) {
+  Put(folder / "Home/f", "old");
+  chmod((folder / "Home/f").c_str(), 0444);
+  // The superuser may do everything, so another user tries it, who may write to the folder.
+  constexpr uid_t kNobody = 65534;
+  const uid_t user = geteuid();
+  if (user == 0 && (chown((folder / "Home").c_str(), kNobody, kNobody) != 0 || seteuid(kNobody) != 0))
+    GTEST_SKIP() << "there is no other user here";
+  EXPECT_EQ(Write(u"\\Home\\f", "new"), ERROR_ACCESS_DENIED);
+  EXPECT_FALSE(DeleteFileW(TEXT("\\Home\\f")));
+  EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
+  EXPECT_EQ(Write(u"\\Home\\g", "new"), ERROR_SUCCESS);
+  EXPECT_TRUE(DeleteFileW(TEXT("\\Home\\g")));
+  ASSERT_EQ(seteuid(user), 0);
+  EXPECT_EQ(Content(folder / "Home/f"), "old");
+}
+
+TEST_F(Files, AFileThatClaimsAnImmenseSizeIsNotRead) {
+  Put(folder / "f", "x");
+  fs::resize_file(folder / "f", 100 << 20);
+  EXPECT_EQ(Read(u"\\f"), "error 8");
+}
+
 TEST_F(Files, StrayFilesAreRemovedAndNothingElse) {
   const std::string prefix(phone::kTemporaryPrefix);
   Put(folder / "Home" / (prefix + "123-4"), "stray");
