@@ -130,6 +130,20 @@ TEST_F(AppTest, AnApplyingWorkerFinishesWhenTheProgramIsToldToEnd) {
   }
 }
 
+/// With threads that run as they please, and an end at any moment; the thread sanitizer has its say here.
+TEST_F(AppTest, EndsAtAnyMomentOfApplyingWithFreeThreads) {
+  const Lines script = {"softkey left", "menu Apply",    "key down",     "wait 700 300", "key up",
+                        "repaint",      "wait 1500 500", "softkey left", "menu Delete",  "answer no",
+                        "key action",   "wait 3000 700", "softkey right"};
+  for (std::size_t length = 2; length <= script.size(); ++length) {
+    folder.UseLayout("beta");
+    ScriptedPhone phone(folder, {"--free-threads"});
+    for (std::size_t line = 0; line < length; ++line) phone.Send(script[line]);
+    EXPECT_EQ(phone.End(), 0) << length;
+    EXPECT_NE(ReadFile(folder.path() / "registry.reg").find("beta.home.xml"), std::string::npos) << length;
+  }
+}
+
 TEST_F(AppTest, ASecondStartBringsTheFirstForward) {
   ScriptedPhone first(folder);
   first.Play({"key action", "key down", "wait 600"});
