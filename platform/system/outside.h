@@ -25,7 +25,8 @@ std::vector<Broadcast> Broadcasts();
 std::vector<Launch> Launches();
 std::vector<RegistryWrite> RegistryWrites();
 
-/// The registry of the phone folder: loaded when the phone is switched on. Any thread.
+/// The registry of the phone folder: loaded when the phone is switched on. The running instance keeps a file that is
+/// not understood aside. Any thread.
 void LoadRegistry();
 
 /// True while a thread of the program besides the user-interface thread runs. Any thread.

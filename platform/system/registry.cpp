@@ -1,14 +1,17 @@
 /// \file
-/// The registry: a file at the top of the phone folder, held in memory while the phone is on.
-#include <cstring>
+/// The registry: a file at the top of the phone folder, held in memory while the phone is on. A person may edit the
+/// file meanwhile: reading notices a file that has changed, and writing changes what is in the file then.
 #include <mutex>
+#include <tuple>
 
 #include "regext.h"
 #include "system/faults.h"
 #include "system/files.h"
+#include "system/instance.h"
 #include "system/outside.h"
 #include "system/registry_file.h"
 #include "system/text.h"
+#include "system/volume.h"
 
 namespace phone {
 
@@ -18,10 +21,21 @@ constexpr std::u16string_view kFilePath = u"\\registry.reg";
 constexpr std::u16string_view kKeptName = u"registry.reg.kept";
 constexpr int kMostKept = 1000;
 
+/// Tells one state of the file from another: which file, its size, and when it was changed. Zeros for a missing file.
+using Stamp = std::tuple<ino_t, off_t, time_t, long>;
+
 std::mutex registry_mutex;
+/// What was understood last.
 RegistryFile registry;
-/// What stopped the file from being read: nothing may be written over it then.
-DWORD registry_error = ERROR_SUCCESS;
+/// The file that was read last, understood or not.
+Stamp registry_stamp;
+
+Stamp CurrentStamp() {
+  Place place;
+  if (LocateFile(kFilePath, place) != ERROR_SUCCESS) return {};
+  const struct stat& status = place.found.status;
+  return {status.st_ino, status.st_size, status.st_ctim.tv_sec, status.st_ctim.tv_nsec};
+}
 
 std::optional<std::u16string> Decode(const std::vector<std::byte>& content) {
   const bool is_utf16 = content.size() >= 2 && content[0] == std::byte{0xFF} && content[1] == std::byte{0xFE};
@@ -46,22 +60,33 @@ DWORD KeepAside() {
   return ERROR_ALREADY_EXISTS;
 }
 
+/// Takes over what is in the file; what is in memory stays when the file cannot be read or is not understood, which is
+/// ERROR_INVALID_DATA.
 DWORD ReadRegistry() {
-  registry = RegistryFile();
+  // Looked at first: a change made while the file is read shows later.
+  const Stamp stamp = CurrentStamp();
   std::vector<std::byte> content;
   const DWORD error = ReadWholeFile(kFilePath, content);
-  if (error != ERROR_SUCCESS) return error == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : error;
+  if (error != ERROR_SUCCESS && error != ERROR_FILE_NOT_FOUND) return error;
+  registry_stamp = stamp;
   const auto text = Decode(content);
   auto parsed = text ? RegistryFile::Parse(*text) : std::nullopt;
-  if (!parsed) return KeepAside();
+  if (!parsed) return ERROR_INVALID_DATA;
   registry = std::move(*parsed);
   return ERROR_SUCCESS;
 }
 
-/// Changes a copy, writes it, and takes it over only then.
+/// The registry for reading: what cannot be read now is as it was.
+const RegistryFile& CurrentRegistry() {
+  if (CurrentStamp() != registry_stamp) ReadRegistry();
+  return registry;
+}
+
+/// Changes a copy of what is in the file, writes it, and takes it over only then. A file that is not understood is not
+/// written over.
 template <typename Change>
 DWORD Write(Change change) {
-  if (registry_error != ERROR_SUCCESS) return registry_error;
+  if (const DWORD error = ReadRegistry()) return error;
   RegistryFile changed = registry;
   if (!change(changed)) return ERROR_INVALID_PARAMETER;
   const auto text = ToUtf8(changed.Text());
@@ -100,12 +125,14 @@ HRESULT SetString(LPCWSTR key, LPCWSTR value, LPCWSTR text) {
 
 void LoadRegistry() {
   const std::lock_guard lock(registry_mutex);
-  registry_error = ReadRegistry();
+  registry = RegistryFile();
+  // Another process that runs on this folder is not robbed of its file.
+  if (ReadRegistry() == ERROR_INVALID_DATA && InstanceClaimed()) KeepAside();
 }
 
 std::optional<std::u16string> RegistryGet(const std::u16string& key, const std::u16string& value) {
   const std::lock_guard lock(registry_mutex);
-  return registry.Get(key, value);
+  return CurrentRegistry().Get(key, value);
 }
 
 bool RegistrySet(const std::u16string& key, const std::u16string& value, const std::u16string& text) {

@@ -1,5 +1,5 @@
 #include "regext.h"
-#include "system/registry_file.h"
+#include "system/instance.h"
 #include "system_fixture.h"
 
 namespace {
@@ -11,7 +11,11 @@ const std::string kHeader = "Windows Registry Editor Version 5.00\r\n";
 
 class Registry : public SystemTest {
  protected:
-  Registry() { Load(""); }
+  Registry() {
+    EXPECT_TRUE(phone::ClaimInstance(base.string()));
+    Load("");
+  }
+  ~Registry() override { phone::ReleaseInstance(); }
   void Load(const std::string& content) {
     Put(File(), content);
     phone::LoadRegistry();
@@ -92,6 +96,24 @@ TEST_F(Registry, KeepsABrokenFileAside) {
   std::filesystem::create_directory(File());
   phone::LoadRegistry();
   EXPECT_FALSE(RegistrySet(u"k", u"v", u"t"));
+}
+
+TEST_F(Registry, FollowsTheFileThatAPersonEdits) {
+  const std::string key = kHeader + "[HKEY_CURRENT_USER\\k]\r\n";
+  Load(key + "\"v\"=\"1\"\r\n");
+  Put(File(), key + "\"v\"=\"two\"\r\n");
+  EXPECT_EQ(RegistryGet(u"k", u"v"), u"two");
+  Put(File(), key + "\"v\"=\"3\"\r\n\"w\"=\"by hand\"\r\n");
+  ASSERT_TRUE(RegistrySet(u"k", u"v", u"4"));
+  EXPECT_EQ(Content(File()), key + "\"v\"=\"4\"\r\n\"w\"=\"by hand\"\r\n");
+  Put(File(), "torn");
+  EXPECT_EQ(RegistryGet(u"k", u"v"), u"4");
+  EXPECT_FALSE(RegistrySet(u"k", u"v", u"5"));
+  // A second start leaves the file to the phone that runs.
+  phone::ReleaseInstance();
+  phone::LoadRegistry();
+  EXPECT_FALSE(RegistrySet(u"k", u"v", u"5"));
+  EXPECT_EQ(Content(File()), "torn");
 }
 
 TEST_F(Registry, TheProgramsCalls) {
