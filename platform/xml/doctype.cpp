@@ -6,6 +6,7 @@
 #include <new>
 #include <string>
 
+#include "xml/addresses.h"
 #include "xml/namespaces.h"
 #include "xml/text_content.h"
 #include "xml/walk.h"
@@ -50,27 +51,31 @@ xmlEntity* LostEntity(const xmlNode* reference, xmlDoc* target) noexcept {
   return other && xmlStrEqual(other->content, entity->content) ? nullptr : entity;
 }
 
-void WriteDefault(xmlNode* element, const xmlAttribute* declaration) {
+bool WriteDefault(xmlNode* element, xmlAttribute* declaration, std::size_t& budget) {
   xmlNs* const name_space = declaration->prefix ? xmlSearchNs(element->doc, element, declaration->prefix) : nullptr;
-  if (declaration->prefix && !name_space) return;
-  if (!xmlNewNsProp(element, name_space, declaration->name, declaration->defaultValue)) throw std::bad_alloc();
+  if (declaration->prefix && !name_space) return true;
+  std::string text;
+  if (!CollectText(element->doc, AsNode(declaration), budget, text)) return false;
+  if (!xmlNewNsProp(element, name_space, declaration->name, Chars(text.c_str()))) throw std::bad_alloc();
+  return true;
 }
 
-void WriteDefaults(xmlNode* element, xmlDoc* target) {
-  for (const xmlAttribute* declaration = NextDefault(element, nullptr); declaration;) {
-    const xmlAttribute* const next = NextDefault(element, declaration);
-    if (!HasAlike(target, declaration)) WriteDefault(element, declaration);
+bool WriteDefaults(xmlNode* element, xmlDoc* target, std::size_t& budget) {
+  for (xmlAttribute* declaration = NextDefault(element, nullptr); declaration;) {
+    xmlAttribute* const next = NextDefault(element, declaration);
+    if (!HasAlike(target, declaration) && !WriteDefault(element, declaration, budget)) return false;
     declaration = next;
   }
+  return true;
 }
 
-bool WriteAttributeText(const TreeRef& tree, xmlAttr* attribute, xmlDoc* target) {
+bool WriteAttributeText(const TreeRef& tree, xmlAttr* attribute, xmlDoc* target, std::size_t& budget) {
   bool lost = false;
   for (const xmlNode* part = attribute->children; part; part = part->next)
     lost = lost || (part->type == XML_ENTITY_REF_NODE && LostEntity(part, target));
   if (!lost) return true;
   std::string text;
-  if (!CollectText(AsNode(attribute), text)) return false;
+  if (!CollectText(attribute->doc, AsNode(attribute), budget, text)) return false;
   ReplaceContent(tree, AsNode(attribute), text);
   return true;
 }
@@ -83,18 +88,11 @@ bool HasEntity(const xmlNs* declaration) noexcept {
   return false;
 }
 
-bool WriteAddress(xmlNs* declaration, const xmlDoc* document) {
+bool WriteAddress(xmlNs* declaration, const xmlDoc* document, std::size_t& budget) {
   if (!HasEntity(declaration)) return true;
-  xmlNode* const parts = xmlStringGetNodeList(document, declaration->href);
   std::string text;
-  bool whole = true;
-  for (xmlNode* part = parts; part && whole; part = part->next) whole = CollectText(part, text);
-  xmlFreeNodeList(parts);
-  if (!whole) return false;
-  xmlChar* const escaped = xmlEncodeSpecialChars(nullptr, Chars(text.c_str()));
-  if (!escaped) throw std::bad_alloc();
-  xmlFree(const_cast<xmlChar*>(declaration->href));
-  declaration->href = escaped;
+  if (!CollectText(document, AsNode(declaration), budget, text)) return false;
+  SetAddress(declaration, text);
   return true;
 }
 
@@ -168,11 +166,11 @@ bool TakeAlong(const TreeRef& tree, xmlNode* root, xmlDoc* target) {
       continue;
     }
     if (node->type == XML_ELEMENT_NODE) {
-      WriteDefaults(node, target);
+      if (!WriteDefaults(node, target, budget)) return false;
       for (xmlNs* declaration = node->nsDef; declaration; declaration = declaration->next)
-        if (!WriteAddress(declaration, root->doc)) return false;
+        if (!WriteAddress(declaration, root->doc, budget)) return false;
       for (xmlAttr* attribute = node->properties; attribute; attribute = attribute->next)
-        if (!WriteAttributeText(tree, attribute, target)) return false;
+        if (!WriteAttributeText(tree, attribute, target, budget)) return false;
     }
     node = NextUnder(root, node);
   }

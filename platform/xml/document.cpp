@@ -1,6 +1,7 @@
 #include "xml/document.h"
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,6 +9,7 @@
 #include "system/faults.h"
 #include "system/files.h"
 #include "system/text.h"
+#include "xml/addresses.h"
 #include "xml/append.h"
 #include "xml/dom_document.h"
 #include "xml/encoding.h"
@@ -41,6 +43,18 @@ TreeRef ParseText(std::u16string_view text) {
   return utf8 ? Parse(*utf8) : nullptr;
 }
 
+/// Whether what libxml2 writes of the document is read again before it replaces a file: where references stand that no
+/// node holds, a mistake would cost the user the file.
+bool NeedsProof(const TreeRef& tree) noexcept {
+  return tree->document()->intSubset || HasReferenceInAddress(tree->document());
+}
+
+bool CanBeRead(std::span<const Piece> pieces) {
+  std::string text;
+  for (const Piece& piece : pieces) text += piece.text;
+  return Parse(text) != nullptr;
+}
+
 class Document final : public NodeObject<IXMLDOMDocument> {
  public:
   explicit Document(const TreeRef& tree) noexcept : NodeObject(tree, AsNode(tree->document())) {}
@@ -69,7 +83,9 @@ class Document final : public NodeObject<IXMLDOMDocument> {
     if (!path) return E_INVALIDARG;
     return Guarded([&] {
       if (!xmlDocGetRootElement(tree()->document())) return E_FAIL;
-      const auto bytes = Encode(DocumentPieces(tree()), EncodingOf(tree()));
+      const std::vector<Piece> pieces = DocumentPieces(tree());
+      if (NeedsProof(tree()) && !CanBeRead(pieces)) return E_FAIL;
+      const auto bytes = Encode(pieces, EncodingOf(tree()));
       if (!bytes) return E_FAIL;
       return HRESULT_FROM_WIN32(WriteWholeFile(*path, *bytes));
     });

@@ -7,6 +7,7 @@
 #include "system/text.h"
 #include "xml/append.h"
 #include "xml/bstr.h"
+#include "xml/doctype.h"
 #include "xml/document.h"
 #include "xml/namespaces.h"
 #include "xml/node_list.h"
@@ -192,8 +193,9 @@ HRESULT NodeCore::Text(BSTR* text) noexcept {
   return Guarded([&] {
     if (const auto piece = TextInOnePiece(node_)) return GiveText(*piece, text);
     std::string collected;
+    std::size_t budget = kEntityBudget;
     // Text that entities blow up beyond their bound is given as far as the bound.
-    static_cast<void>(CollectText(node_, collected));
+    static_cast<void>(CollectText(tree_->document(), node_, budget, collected));
     return GiveText(collected, text);
   });
 }

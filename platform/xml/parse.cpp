@@ -10,6 +10,7 @@
 #include <new>
 #include <string>
 
+#include "xml/addresses.h"
 #include "xml/encoding.h"
 #include "xml/walk.h"
 
@@ -116,6 +117,7 @@ TreeRef Parse(std::string_view text) {
   }
   TreeRef tree = OwnDocument(document);
   DropTables(document);
+  StoreAddresses(document);
   NameEncoding(document);
   tree->internal_subset = SubsetText(text, subset);
   if (const auto declaration = FindDeclaration(text)) PutDeclarationFirst(document, *declaration);

@@ -19,7 +19,7 @@ bool IsText(const xmlNode* node) noexcept {
 /// Appends the texts of a tree, those of its entities against a budget.
 class Collector {
  public:
-  explicit Collector(std::string& text) : text_(text) {}
+  Collector(std::size_t& budget, std::string& text) : text_(text), budget_(budget) {}
 
   bool Collect(xmlNode* root) {
     for (xmlNode* node = root; node; node = NextUnder(root, node)) {
@@ -29,11 +29,26 @@ class Collector {
     return true;
   }
 
+  /// Text in which references stand, as the parser keeps it where it makes no nodes.
+  bool CollectStored(const xmlDoc* document, const xmlChar* stored) {
+    xmlNode* const parts = xmlStringGetNodeList(document, stored);
+    const bool whole = CollectParts(parts);
+    xmlFreeNodeList(parts);
+    return whole;
+  }
+
  private:
   bool Append(std::string_view part) {
-    if (depth_ > 0 && !Spend(part.size() + 1)) return false;
-    text_ += part;
-    return true;
+    if (depth_ == 0 || Spend(part.size() + 1)) {
+      text_ += part;
+      return true;
+    }
+    std::size_t fitting = std::min(part.size(), budget_);
+    while (fitting > 0 && fitting < part.size() && (static_cast<unsigned char>(part[fitting]) & 0xC0) == 0x80)
+      --fitting;
+    text_ += part.substr(0, fitting);
+    budget_ = 0;
+    return false;
   }
 
   bool Spend(std::size_t amount) noexcept {
@@ -56,23 +71,28 @@ class Collector {
 
   bool CollectParts(xmlNode* first) {
     for (xmlNode* part = first; part; part = part->next)
-      if (!Spend(1) || !Collect(part)) return false;
+      if ((depth_ > 0 && !Spend(1)) || !Collect(part)) return false;
     return true;
   }
 
   /// An entity that nothing has referred to while parsing is known by its source alone.
   bool CollectSource(const xmlEntity* entity) {
-    if (View(entity->content).find('<') != std::string_view::npos) return true;
-    xmlNode* const parts = xmlStringGetNodeList(entity->doc, entity->content);
-    const bool whole = !parts || CollectParts(parts);
-    xmlFreeNodeList(parts);
-    return whole;
+    const std::string_view source = View(entity->content);
+    if (source.find('<') != std::string_view::npos) return true;
+    if (source.find('&') == std::string_view::npos) return Append(source);
+    return Spend(source.size()) && CollectStored(entity->doc, entity->content);
   }
 
   std::string& text_;
-  std::size_t budget_ = kEntityBudget;
+  std::size_t& budget_;
   int depth_ = 0;
 };
+
+/// Text that is stored with references, unless it has none.
+std::optional<std::string_view> WithoutReferences(const xmlChar* stored) noexcept {
+  if (View(stored).find('&') != std::string_view::npos) return std::nullopt;
+  return View(stored);
+}
 
 bool IsXmlCharacter(std::string_view text, std::size_t at) noexcept {
   const auto byte = static_cast<unsigned char>(text[at]);
@@ -96,8 +116,8 @@ std::optional<std::string_view> TextInOnePiece(const xmlNode* node) noexcept {
     case XML_CDATA_SECTION_NODE:
     case XML_COMMENT_NODE:
     case XML_PI_NODE: return View(node->content);
-    case XML_NAMESPACE_DECL: return View(reinterpret_cast<const xmlNs*>(node)->href);
-    case XML_ATTRIBUTE_DECL: return View(reinterpret_cast<const xmlAttribute*>(node)->defaultValue);
+    case XML_NAMESPACE_DECL: return WithoutReferences(reinterpret_cast<const xmlNs*>(node)->href);
+    case XML_ATTRIBUTE_DECL: return WithoutReferences(reinterpret_cast<const xmlAttribute*>(node)->defaultValue);
     case XML_ELEMENT_NODE:
     case XML_ATTRIBUTE_NODE:
       if (!node->children) return std::string_view();
@@ -107,8 +127,11 @@ std::optional<std::string_view> TextInOnePiece(const xmlNode* node) noexcept {
   }
 }
 
-bool CollectText(xmlNode* node, std::string& text) {
-  return Collector(text).Collect(node);
+bool CollectText(const xmlDoc* document, xmlNode* node, std::size_t& budget, std::string& text) {
+  Collector collector(budget, text);
+  if (node->type == XML_NAMESPACE_DECL) return collector.CollectStored(document, AsNamespace(node)->href);
+  if (node->type == XML_ATTRIBUTE_DECL) return collector.CollectStored(document, AsDeclaration(node)->defaultValue);
+  return collector.Collect(node);
 }
 
 bool IsXmlText(std::string_view text) noexcept {

@@ -52,12 +52,16 @@ TEST_F(Nodes, HaveTheirNamesTypesAndTexts) {
 
 TEST_F(Nodes, AttributesIncludeDeclarationsAndDefaults) {
   const DocumentRef document = FromText(
-      "<!DOCTYPE home [<!ENTITY e 'v'><!ATTLIST home lang CDATA '0x0409' q CDATA 'no'>]>"
-      "<home b='1' xmlns='u:1' q='2' xmlns:p='u:2' p:a='&e;&lt;'>text</home>");
+      "<!DOCTYPE home [<!ENTITY e 'v'><!ATTLIST home lang CDATA '0&e;&amp;&lt;' q CDATA 'no'>]>"
+      "<home b='1' xmlns='u&amp;&lt;&quot;&e;&#9;1' q='2' xmlns:p='u:2' p:a='&e;&lt;'>text</home>");
   const NodeRef root = Root(document);
-  EXPECT_EQ("xmlns=u:1;xmlns:p=u:2;b=1;q=2;p:a=v<;lang=0x0409;", AttributesOf(root.get()));
+  EXPECT_EQ("xmlns=u&<\"v\t1;xmlns:p=u:2;b=1;q=2;p:a=v<;lang=0v&<;", AttributesOf(root.get()));
   EXPECT_EQ(AttributesOf(root.get()), AttributesOf(Clone(root.get()).get()));
   EXPECT_EQ(AttributesOf(root.get()), AttributesOf(Root(Rebuild(document)).get()));
+  EXPECT_EQ(
+      "<home xmlns=\"u&#38;&#60;&#34;v&#9;1\" xmlns:p=\"u:2\" b=\"1\" q=\"2\" p:a=\"v&lt;\" "
+      "lang=\"0v&amp;&lt;\">text</home>",
+      XmlOf(root.get()));
   const NodeRef text = Child(root.get(), 0);
   Ref<IXMLDOMNamedNodeMap> none;
   EXPECT_EQ(S_FALSE, text->get_attributes(none.Receive()));

@@ -25,6 +25,7 @@ TEST_F(RoundTrips, KeepWhatTheWriterDoesNotChange) {
       "q:d=\"3\"/></plugin></home>\n",
       "<p:home xmlns:p=\"u:1\"><plugin/><p:plugin xmlns=\"u:2\"><x/><y xmlns=\"\"/></p:plugin></p:home>\n",
       "<home xmlns=\"u:1\"><plugin xmlns=\"u:1\"/><plugin xmlns=\"\"><x/></plugin></home>\n",
+      "<home xmlns=\"x'y\" xmlns:p=\"&#60;&#38;&#34;'&#10;&#9;&#13;>\"><p:a xmlns:q=\"&#60;\" q:b=\"\"/></home>\n",
       "<home xml:lang=\"de\"><a xml:space=\"preserve\"> </a></home>\n",
       "<!DOCTYPE home>\n<home/>\n",
       "<!DOCTYPE home SYSTEM \"http://127.0.0.1/home.dtd\">\n<home/>\n",
@@ -41,6 +42,15 @@ TEST_F(RoundTrips, KeepWhatTheWriterDoesNotChange) {
 TEST_F(RoundTrips, KeepReferencesToEntitiesInAttributes) {
   constexpr auto kDocument = "<!DOCTYPE home [<!ENTITY e 'v'>]>\n<home a=\"1 &e; 2\"><b c=\"&e;\"/>&e;</home>\n";
   EXPECT_EQ(kDocument, RoundTrip(kDocument));
+}
+
+TEST_F(RoundTrips, WriteDefaultNamespacesWhole) {
+  const std::string doctype =
+      "<!DOCTYPE home [<!ATTLIST home xmlns CDATA #FIXED \"a&#60;b\"><!ENTITY e '<i "
+      "xmlns:p=\"&#38;#60;\"/>'>]>\n";
+  EXPECT_EQ(doctype + "<home xmlns=\"a&#60;b\">&e;</home>\n", RoundTrip(doctype + "<home>&e;</home>"));
+  EXPECT_EQ("<home xmlns=\"a&#60;b\"><i xmlns:p=\"&#60;\"/></home>",
+            XmlOf(Root(FromText(doctype + "<home>&e;</home>")).get()));
 }
 
 TEST_F(RoundTrips, KeepEncodings) {
