@@ -44,9 +44,9 @@ class Host {
   virtual void ShowCursor(Cursor cursor) = 0;
   /// The program has left the foreground (back navigation), or was brought to the front by a second start.
   virtual void LeaveForeground() = 0;
+  virtual void ComeToForeground() = 0;
   /// The main window is going away; what the program still does, waiting for its worker, needs no screen.
   virtual void WindowGone() {}
-  virtual void ComeToForeground() = 0;
   /// Opens a document that the program wants shown: `program` is the viewer's path on the phone, `document` the file's
   /// path on this machine or the web address; a page that is not there is asked for too, so that the host can say so,
   /// and what leads nowhere on the phone is empty. False when it cannot be opened.

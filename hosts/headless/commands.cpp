@@ -66,7 +66,6 @@ Parsed ParseKeyUp(Arguments& arguments) {
 
 Parsed ParseType(Arguments& arguments) {
   const std::u16string text = Utf16(arguments.Rest());
-  if (text.empty()) return std::nullopt;
   return Do([text](Execution&) {
     for (const char16_t unit : text) phone::TypeCharacter(unit);
   });

@@ -38,8 +38,9 @@ int RunScript(const headless::CommandLine& command_line) {
   g_command_line = &command_line;
   const int exit_code = phone::Run(host, options, StartProgram);
   host.ServeAfterEnd([&](const std::function<void()>& act) { WithFiles(options, act); });
-  if (!host.RefusedLine()) return exit_code;
-  std::cerr << "quillmark-headless: line " << host.RefusedLine() << " is not understood\n";
+  if (!host.Refused()) return exit_code;
+  std::cerr << "quillmark-headless: line " << host.Refused()->number << " is not understood: " << host.Refused()->text
+            << "\n";
   return hosts::kUsageError;
 }
 

@@ -54,7 +54,7 @@ bool ScriptedHost::BeginNext() {
   } while (SaysNothing(line));
   std::optional<Command> command = Understand(line);
   if (!command) {
-    refused_line_ = script_.LineNumber();
+    refused_ = Line{script_.LineNumber(), line};
     script_ended_ = true;
     return false;
   }

@@ -21,8 +21,12 @@ class ScriptedHost : public phone::Host {
   /// The phone is off: answers what is left of the script. `with_phone` carries a command out with the phone's files at
   /// hand.
   void ServeAfterEnd(const std::function<void(const std::function<void()>&)>& with_phone);
-  /// Number of the line that could not be understood; 0 when all could.
-  int RefusedLine() const { return refused_line_; }
+  struct Line {
+    int number;
+    std::string text;
+  };
+  /// The line that could not be understood; nothing when all could.
+  const std::optional<Line>& Refused() const { return refused_; }
 
   std::uint32_t TickCount() override { return clock_.Now(); }
   bool ClockIsManual() const override { return true; }
@@ -58,7 +62,7 @@ class ScriptedHost : public phone::Host {
   bool frame_allowed_ = true;
   std::uint64_t frames_seen_ = 0;
   bool script_ended_ = false;
-  int refused_line_ = 0;
+  std::optional<Line> refused_;
 };
 
 }  // namespace headless

@@ -39,11 +39,11 @@ DWORD ParsePath(std::u16string_view path, PhonePath& parsed) {
   // Two separators name another machine, and there is none.
   if (path.starts_with(u"\\\\")) return ERROR_PATH_NOT_FOUND;
   parsed.ends_in_separator = path.back() == kSeparator;
+  if (path.front() == kSeparator) path.remove_prefix(1);
   while (!path.empty()) {
     const std::size_t end = std::min(path.find(kSeparator), path.size());
     const std::u16string_view element = path.substr(0, end);
     path.remove_prefix(std::min(end + 1, path.size()));
-    if (element.empty()) continue;
     if (!IsFileName(element)) return ERROR_INVALID_NAME;
     parsed.elements.push_back(element);
   }

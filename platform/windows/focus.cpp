@@ -7,6 +7,7 @@
 #include "system/outside.h"
 #include "system/text.h"
 #include "windows/desktop.h"
+#include "windows/menu.h"
 
 namespace phone {
 
@@ -130,6 +131,7 @@ BOOL SHNavigateBack() {
     Desktop& desktop = TheDesktop();
     ++desktop.back_navigations;
     if (!desktop.foreground) return TRUE;
+    if (desktop.menu) CloseMenu();
     desktop.foreground = false;
     MoveFocus(nullptr);
     CurrentHost().LeaveForeground();
