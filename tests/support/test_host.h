@@ -21,23 +21,15 @@ class TestHost : public phone::Host {
   bool opens_documents = true;
 
   int frames = 0;  ///< how often a screen was presented
-  int waits = 0;   ///< how often the phone waited for input
   int left = 0;    ///< how often the program left the foreground
-  int came = 0;    ///< how often it was brought to the front
   std::atomic<int> wakes{0};
-  std::atomic<int> clock_moves{0};  ///< how often the phone asked for the clock to move on
-  phone::Cursor cursor = phone::Cursor::none;
   std::vector<std::pair<std::string, std::string>> opened;  ///< viewer and document
 
   std::uint32_t TickCount() override { return tick; }
   bool ClockIsManual() const override { return true; }
-  void MoveClockTo(std::uint32_t to) override {
-    tick = to;
-    ++clock_moves;
-  }
+  void MoveClockTo(std::uint32_t to) override { tick = to; }
   bool FrameIsDue() override { return frames_are_due; }
   void WaitForInput(bool) override {
-    ++waits;
     if (steps.empty()) return when_idle();
     const auto step = std::move(steps.front());
     steps.pop_front();
@@ -45,9 +37,9 @@ class TestHost : public phone::Host {
   }
   void Wake() override { ++wakes; }
   void Present(const phone::ScreenImage&) override { ++frames; }
-  void ShowCursor(phone::Cursor shown) override { cursor = shown; }
+  void ShowCursor(phone::Cursor) override {}
   void LeaveForeground() override { ++left; }
-  void ComeToForeground() override { ++came; }
+  void ComeToForeground() override {}
   bool OpenDocument(const std::string& program, const std::string& document) override {
     opened.emplace_back(program, document);
     return opens_documents;

@@ -1,6 +1,6 @@
 #include "windows/edit_text.h"
 
-#include "platform/windows/window_test.h"
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -27,7 +27,6 @@ TEST(EditText, IsWorkedCharacterByCharacter) {
     std::size_t caret;
   };
   const Case cases[] = {
-      {u"abc", u"", u"abc", 3},
       {u"abc", u"x", u"abcx", 4},
       {u"abc", u"[x", u"xabc", 1},
       {u"abc", u"<-", u"ac", 1},
@@ -42,6 +41,10 @@ TEST(EditText, IsWorkedCharacterByCharacter) {
       {u"e\u0301", u"-", u"", 0},
       {u"a", u"\x08\x0D\x1B\x7F\u2028", u"a", 1},
       {u"a\r\nb\tc\x01", u"", u"a b c", 5},
+      {u"",
+       u"\xDE00\xD83D"
+       u"a\xDE00",
+       u"a", 1},
   };
   for (const Case& each : cases) {
     SCOPED_TRACE(&each - cases);
@@ -53,53 +56,12 @@ TEST(EditText, IsWorkedCharacterByCharacter) {
   }
 }
 
-TEST(EditText, DropsHalfCharacters) {
-  EditText field;
-  field.Type(0xDE00);
-  field.Type(0xD83D);
-  field.Type(u'a');
-  field.Type(0xDE00);
-  EXPECT_EQ(field.text(), u"a");
-}
-
 TEST(EditText, IsBounded) {
   EditText field;
   field.Set(std::u16string(phone::kLongestFieldText - 1, u'a') + u"😀");
   EXPECT_EQ(field.text().size(), phone::kLongestFieldText - 1);
   Work(field, u"😀bc");
   EXPECT_EQ(field.text().size(), phone::kLongestFieldText);
-}
-
-using Fields = WindowTest;
-
-TEST_F(Fields, AreWorkedWithTheKeysAndListedFromTheTop) {
-  HWND upper = nullptr;
-  HWND lower = nullptr;
-  const auto begin = [&] {
-    lower = MakeField(140);
-    upper = MakeField(60);
-    SendMessageW(upper, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(TEXT("title")));
-    SetFocus(upper);
-  };
-  Play(begin, {[&] {
-                 for (const UINT key : {VK_HOME, VK_DELETE, VK_RIGHT, VK_END, VK_LEFT, VK_BACK, VK_UP, VK_DOWN})
-                   Tap(key)();
-                 phone::TypeCharacter(u'é');
-               },
-               [&] {
-                 const phone::State state = phone::Look();
-                 ASSERT_EQ(state.edits.size(), 2u);
-                 EXPECT_EQ(state.edits[0].text, u"itée");
-                 EXPECT_EQ(state.edits[0].caret, 3);
-                 EXPECT_EQ(state.edits[0].rect.top, 60);
-                 EXPECT_TRUE(state.edits[0].focus);
-                 EXPECT_EQ(state.focused_edit, 0);
-                 EXPECT_EQ(state.edits[1].rect.top, 140);
-                 WCHAR text[4];
-                 EXPECT_EQ(GetWindowTextW(upper, text, 4), 3);
-                 EXPECT_EQ(std::u16string(text), u"ité");
-                 EXPECT_EQ(GetWindowTextW(lower, text, 4), 0);
-               }});
 }
 
 }  // namespace

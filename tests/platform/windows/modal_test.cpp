@@ -5,32 +5,7 @@ namespace {
 constexpr WORD kOpen = 101;
 constexpr WORD kDelete = 102;
 
-class Menus : public WindowTest {
- protected:
-  const Step begin = [] { MakeBar(kListBar); };
-};
-
-TEST_F(Menus, OpenOverTheirSoftKey) {
-  Play(begin, {Tap(VK_TSOFT1),
-               [&] {
-                 const phone::State state = phone::Look();
-                 ASSERT_TRUE(state.menu);
-                 EXPECT_EQ(*state.menu, (std::vector<std::u16string>{u"Open", u"Delete", u"Apply"}));
-                 EXPECT_EQ(state.bar_left, u"Select");
-                 EXPECT_EQ(state.bar_right, u"Cancel");
-                 EXPECT_FALSE(state.main_focused);
-                 EXPECT_FALSE(phone::SendCommand(7));
-                 EXPECT_FALSE(phone::ChooseMenuItem(2)) << "it is disabled";
-                 EXPECT_FALSE(phone::ChooseMenuItem(3));
-                 EXPECT_TRUE(phone::ChooseMenuItem(1));
-               },
-               [&] {
-                 EXPECT_FALSE(phone::Look().menu);
-                 EXPECT_EQ(phone::Look().bar_left, u"Options");
-                 EXPECT_TRUE(phone::Look().main_focused);
-               }});
-  EXPECT_EQ(commands, (std::vector<WORD>{kLeftCommand, kDelete}));
-}
+using Menus = WindowTest;
 
 /// Keys after the menu was opened, and the commands the program gets besides the soft key's own.
 TEST_F(Menus, AreWorkedWithTheKeys) {
@@ -58,11 +33,15 @@ TEST_F(Menus, AreWorkedWithTheKeys) {
     SCOPED_TRACE(&each - cases);
     commands.clear();
     messages.clear();
-    std::vector<Step> steps{Tap(VK_TSOFT1), [&] { messages.clear(); }};
+    std::vector<Step> steps{Tap(VK_TSOFT1), [&] {
+                              messages.clear();
+                              EXPECT_EQ(phone::Look().bar_right, u"Cancel");
+                              EXPECT_FALSE(phone::ChooseMenuItem(2)) << "it is disabled";
+                            }};
     for (const UINT key : each.keys) steps.push_back(Tap(key));
     if (each.typed != 0) steps.push_back([&] { phone::TypeCharacter(each.typed); });
     steps.push_back([&] { EXPECT_EQ(phone::Look().menu.has_value(), each.stays_open); });
-    Play(begin, steps);
+    Play([] { MakeBar(kListBar); }, steps);
     EXPECT_EQ(std::vector<WORD>(commands.begin() + 1, commands.end()), each.commands);
     for (const char* kind : {"down", "up", "char", "hotkey"})
       EXPECT_EQ(Messages().find(kind), std::string::npos) << "the menu's keys are its own";
@@ -126,37 +105,21 @@ TEST_F(Boxes, AreAnsweredWithTheirKeys) {
   }
 }
 
-TEST_F(Boxes, ShowWhatTheyAskAndGiveTheFocusBack) {
-  HWND field = nullptr;
-  const auto begin = [&] {
-    field = MakeField(60);
-    SetFocus(field);
-  };
-  Play(begin, {Ask(1),
-               [&] {
-                 const phone::State state = phone::Look();
-                 ASSERT_TRUE(state.box);
-                 EXPECT_EQ(state.box->text, u"Sure?");
-                 EXPECT_EQ(state.box->caption, u"Alert");
-                 EXPECT_EQ(state.box->style, 36u);
-                 EXPECT_EQ(state.box->buttons, (std::vector<std::u16string>{u"Yes", u"No"}));
-                 EXPECT_EQ(state.bar_left, u"Yes");
-                 EXPECT_EQ(state.bar_right, u"No");
-                 EXPECT_FALSE(state.focused_edit);
-                 EXPECT_FALSE(phone::AnswerBox(IDOK));
-                 EXPECT_FALSE(phone::SendCommand(2));
-                 phone::TypeCharacter(u'x');
-                 phone::InvalidateAll();
-               },
-               [&] {
-                 EXPECT_EQ(painted, 2) << "painting goes on behind the box";
-                 EXPECT_TRUE(phone::AnswerBox(IDYES));
-               },
-               [] {
-                 EXPECT_EQ(phone::Look().focused_edit, 0);
-                 EXPECT_EQ(phone::Look().edits.at(0).text, u"");
-               }});
-  EXPECT_EQ(answers, std::vector<int>{IDYES});
+TEST_F(Boxes, GiveTheFocusBackAndLetPaintingGoOn) {
+  Play([] { SetFocus(MakeField(60)); }, {Ask(1),
+                                         [] {
+                                           EXPECT_FALSE(phone::Look().focused_edit);
+                                           phone::TypeCharacter(u'x');
+                                           phone::InvalidateAll();
+                                         },
+                                         [&] {
+                                           EXPECT_EQ(painted, 2);
+                                           EXPECT_TRUE(phone::AnswerBox(IDYES));
+                                         },
+                                         [] {
+                                           EXPECT_EQ(phone::Look().focused_edit, 0);
+                                           EXPECT_EQ(phone::Look().edits.at(0).text, u"");
+                                         }});
 }
 
 TEST_F(Boxes, IgnoreAKeyHeldSinceBeforeTheyOpened) {
@@ -172,18 +135,13 @@ TEST_F(Boxes, IgnoreAKeyHeldSinceBeforeTheyOpened) {
 
 /// However the program ends, a box is answered and its caller returns before the window goes.
 TEST_F(Boxes, UnwindBeforeTheWindowGoes) {
-  const auto close = [] { phone::Close(); };
-  const auto destroy = [this] {
-    DestroyWindow(main);
-    EXPECT_EQ(phone::Look().windows, 1) << "not yet";
-  };
   std::size_t answers_before_destroy = 0;
   const auto ask = answer;
   answer = [&](UINT message, WPARAM wparam, LPARAM lparam) -> std::optional<LRESULT> {
     if (message == WM_DESTROY) answers_before_destroy = answers.size();
     return ask(message, wparam, lparam);
   };
-  for (const Step& end : {Step(close), Step(destroy)}) {
+  for (const Step& end : {Step(phone::Close), Step([this] { DestroyWindow(main); })}) {
     answers.clear();
     EXPECT_EQ(Play({}, {Ask(3), end}), 0);
     EXPECT_EQ(answers, (std::vector<int>{IDNO, IDOK})) << "the second one is not even shown";
@@ -192,20 +150,12 @@ TEST_F(Boxes, UnwindBeforeTheWindowGoes) {
 }
 
 TEST_F(Boxes, UnwindOneWithinAnother) {
-  const auto begin = [&] {
-    answer = [&](UINT message, WPARAM wparam, LPARAM) -> std::optional<LRESULT> {
-      if (message != WM_COMMAND && message != WM_HOTKEY) return {};
-      const bool first = message == WM_COMMAND && wparam == 1;
-      const int given = MessageBoxW(main, TEXT("?"), TEXT("Alert"), first ? MB_YESNO : MB_OK);
-      answers.push_back(given);
-      return 0;
-    };
+  answer = [&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+    if (message == WM_COMMAND || message == WM_HOTKEY)
+      answers.push_back(MessageBoxW(main, TEXT("?"), TEXT("Alert"), message == WM_COMMAND ? MB_YESNO : MB_OK));
+    return {};
   };
-  Play(begin, {Ask(1), [] { phone::SendHotKey(VK_TBACK, false); },
-               [] {
-                 EXPECT_EQ(phone::Look().box->buttons.size(), 1u);
-                 phone::Close();
-               }});
+  Play({}, {Ask(1), [] { phone::SendHotKey(VK_TBACK, false); }, phone::Close});
   EXPECT_EQ(answers, (std::vector<int>{IDOK, IDNO})) << "the inner one first";
 }
 

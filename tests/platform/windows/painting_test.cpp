@@ -48,25 +48,20 @@ TEST_F(Painting, KeepsWhatBecomesInvalidMeanwhile) {
 
 TEST_F(Painting, IsOverForAWindowThatDoesNot) {
   int asked = 0;
-  answer = [&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
-    if (message != WM_PAINT) return {};
-    ++asked;
-    return 0;
-  };
-  Play({}, {[] { phone::InvalidateAll(); }, [] { EXPECT_FALSE(phone::Look().invalid); }});
+  answer = [&](UINT message, WPARAM, LPARAM) { return message == WM_PAINT ? std::optional(++asked) : std::nullopt; };
+  Play({}, {phone::InvalidateAll, [] { EXPECT_FALSE(phone::Look().invalid); }});
   EXPECT_EQ(asked, 2);
 }
 
 TEST_F(Painting, ShowsTheScreenOnceATurn) {
-  HWND field = nullptr;
   int frames = 0;
-  Play([&] { field = MakeField(60); }, {[&] {
-                                          frames = host.frames;
-                                          SetFocus(field);
-                                          for (const WCHAR unit : {u'a', u'b', u'c'}) phone::TypeCharacter(unit);
-                                        },
-                                        [&] { EXPECT_EQ(host.frames, frames + 1); },
-                                        [&] { EXPECT_EQ(host.frames, frames + 1) << "nothing has changed"; }});
+  Play({}, {[&] {
+              frames = host.frames;
+              SetFocus(MakeField(60));
+              for (const WCHAR unit : {u'a', u'b', u'c'}) phone::TypeCharacter(unit);
+            },
+            [&] { EXPECT_EQ(host.frames, frames + 1); },
+            [&] { EXPECT_EQ(host.frames, frames + 1) << "nothing has changed"; }});
 }
 
 }  // namespace

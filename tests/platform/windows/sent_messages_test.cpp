@@ -6,9 +6,7 @@ namespace {
 
 class SentMessagesTest : public WindowTest {
  protected:
-  using Body = std::function<void()>;
-
-  HANDLE StartWorker(Body body) {
+  HANDLE StartWorker(Step body) {
     worker_body = std::move(body);
     return CreateThread(
         nullptr, 0,
@@ -19,7 +17,7 @@ class SentMessagesTest : public WindowTest {
         this, 0, nullptr);
   }
 
-  Body worker_body;
+  Step worker_body;
 };
 
 TEST_F(SentMessagesTest, AreHandledByTheThreadOfTheWindow) {
@@ -39,36 +37,6 @@ TEST_F(SentMessagesTest, AreHandledByTheThreadOfTheWindow) {
           EXPECT_FALSE(handled_by_worker);
           CloseHandle(worker);
         }});
-}
-
-/// The program waits for its worker, which sleeps and sends, before it ends.
-TEST_F(SentMessagesTest, AreHandledWhileTheProgramWaitsForItsThread) {
-  int settings = 0;
-  DWORD waited = 0;
-  answer = [&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
-    settings += message == WM_WININICHANGE;
-    return {};
-  };
-  const auto begin = [&] {
-    const HANDLE worker = StartWorker([&] {
-      Sleep(2000);
-      SendMessageW(HWND_BROADCAST, WM_WININICHANGE, 0xF2, 0);
-      SetCursor(LoadCursorW(nullptr, IDC_WAIT));
-    });
-    EXPECT_EQ(MsgWaitForMultipleObjectsEx(1, &worker, 500, QS_SENDMESSAGE, 0), WAIT_TIMEOUT);
-    MSG message;
-    while (MsgWaitForMultipleObjectsEx(1, &worker, INFINITE, QS_SENDMESSAGE, 0) != WAIT_OBJECT_0) {
-      PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
-      ++waited;
-    }
-    CloseHandle(worker);
-    EXPECT_EQ(MsgWaitForMultipleObjectsEx(1, &worker, INFINITE, QS_SENDMESSAGE, 0), WAIT_FAILED);
-    EXPECT_EQ(settings, 1);
-    EXPECT_EQ(phone::Look().broadcasts.at(0).wparam, 0xF2u);
-    EXPECT_GE(GetTickCount(), 3000u) << "the clock ran on by itself";
-  };
-  Play(begin, {[&] { EXPECT_EQ(host.cursor, phone::Cursor::wait) << "shown by the window's thread"; }});
-  EXPECT_GE(waited, 1u);
 }
 
 TEST_F(SentMessagesTest, AreRefusedOnceTheProgramHasEnded) {

@@ -82,10 +82,9 @@ class WindowTest : public testing::Test {
  private:
   static std::string Name(UINT message) {
     static const std::map<UINT, std::string> names = {
-        {WM_CREATE, "create"},     {WM_DESTROY, "destroy"},     {WM_SETFOCUS, "focus"},
-        {WM_KILLFOCUS, "unfocus"}, {WM_CLOSE, "close"},         {WM_KEYDOWN, "down"},
-        {WM_KEYUP, "up"},          {WM_CHAR, "char"},           {WM_COMMAND, "command"},
-        {WM_HOTKEY, "hotkey"},     {WM_WININICHANGE, "setting"}};
+        {WM_CREATE, "create"},   {WM_DESTROY, "destroy"}, {WM_SETFOCUS, "focus"}, {WM_KILLFOCUS, "unfocus"},
+        {WM_CLOSE, "close"},     {WM_KEYDOWN, "down"},    {WM_KEYUP, "up"},       {WM_CHAR, "char"},
+        {WM_COMMAND, "command"}, {WM_HOTKEY, "hotkey"}};
     const auto found = names.find(message);
     return found != names.end() ? found->second : std::to_string(message);
   }
