@@ -50,20 +50,17 @@ TEST(Easing, CurvesPassThroughTheirPoints) {
     EXPECT_EQ(Ease(point.elapsed, 0, -100, 500, point.curve), -point.value) << "halves go away from zero both ways";
     EXPECT_EQ(Ease(point.elapsed, 1000, 100, 500, point.curve), 1000 + point.value);
   }
-  EXPECT_EQ(Ease(1, 0, 1, 2, EASE_LINEAR), 1);
-  EXPECT_EQ(Ease(1, 0, -1, 2, EASE_LINEAR), -1);
   EXPECT_EQ(Ease(24999, 0, 1, 50000, EASE_LINEAR), 0);
 }
 
 TEST(Easing, InAndOutMirrorEachOther) {
   constexpr DWORD kDuration = 977;
   constexpr INT kChange = 100000;
+  const auto ease = [](DWORD elapsed, INT curve) { return Ease(elapsed, 0, kChange, kDuration, curve); };
   for (INT in : {EASE_QUAD_IN, EASE_EXPO_IN, EASE_BACK_IN, EASE_ELASTIC_IN, EASE_BOUNCE_IN}) {
     for (DWORD t = 1; t < kDuration; ++t) {
-      const INT mirrored = kChange - Ease(kDuration - t, 0, kChange, kDuration, in + 1);
-      EXPECT_LE(std::abs(Ease(t, 0, kChange, kDuration, in) - mirrored), 1) << in << " at " << t;
-      const INT both = Ease(t, 0, kChange, kDuration, in + 2) + Ease(kDuration - t, 0, kChange, kDuration, in + 2);
-      EXPECT_LE(std::abs(both - kChange), 1) << in + 2 << " at " << t;
+      EXPECT_LE(std::abs(ease(t, in) + ease(kDuration - t, in + 1) - kChange), 1) << in << " at " << t;
+      EXPECT_LE(std::abs(ease(t, in + 2) + ease(kDuration - t, in + 2) - kChange), 1) << in + 2 << " at " << t;
     }
   }
 }

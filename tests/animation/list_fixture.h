@@ -18,12 +18,6 @@ inline constexpr INT kHeight = 27;
 class NumberedList : public CScrollList {
  public:
   NumberedList(INT count, INT rows) {
-    SetInvalidateCallback(
-        [](LPVOID context, DWORD reason, DWORD) {
-          static_cast<NumberedList*>(context)->requests |= reason;
-          return 0;
-        },
-        this);
     SetLayout(rows, kLeft, kTop, kWidth, kHeight);
     scrollBar = std::make_unique<CVisualGroup>(1, 233, kTop + kHeight, kHeight * rows, 5);
     highlight = std::make_unique<CVisualGroup>(1, 0, 0, kHeight, kWidth);
@@ -49,8 +43,4 @@ class NumberedList : public CScrollList {
     for (INT i = -4; i < index; ++i) item = item->next;
     return *item->row;
   }
-  /// Which InvalidateReason bits were asked for since the last time.
-  DWORD Requests() { return std::exchange(requests, 0); }
-
-  DWORD requests = 0;
 };

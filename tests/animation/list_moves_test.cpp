@@ -1,4 +1,4 @@
-// Sequences of motions: against a plain model of the list, and many moves at once against one at a time.
+// Sequences of motions, against a plain model of the list.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -116,76 +116,6 @@ TEST(ListMoves, AnySequenceKeepsTheListWhole) {
         if (::testing::Test::HasFatalFailure()) return;
       }
     }
-  });
-}
-
-void Record(std::vector<INT>& all, const CVisualGroup& group) {
-  for (const VisualProperty& property : {group.x, group.y, group.height, group.width, group.alpha, group.visible})
-    all.insert(all.end(), {property.current, property.base});
-  all.insert(all.end(), {static_cast<INT>(group.tag), group.animating});
-  for (const AnimStep* step = group.firstStep.get(); step; step = step->next.get())
-    for (const AnimTrack* track = step->firstTrack; track; track = track->next)
-      all.insert(all.end(), {static_cast<INT>(step->startTick), track->from, track->to, track->curve});
-  for (const auto& child : RingRange(group.texts))
-    all.insert(all.end(), {child.member->y.current, child.member->height.current});
-}
-
-/// Everything about a list that can be seen now or later.
-std::vector<INT> Snapshot(NumberedList& list) {
-  std::vector<INT> all = list.Numbers();
-  all.insert(all.end(), {list.SelectedNumber(), list.selectedIndex, list.selectedRow, list.highlightY, list.moveMode,
-                         static_cast<INT>(list.Requests())});
-  for (const ListItem& item : RingRange(list.firstItem)) Record(all, *item.row);
-  for (const auto* bar : {&list.highlight, &list.moveHighlight, &list.scrollBar})
-    if (*bar) Record(all, **bar);
-  return all;
-}
-
-/// One move at a time, carrying nothing.
-void SelectStepByStep(NumberedList& list, INT target) {
-  const INT moveMode = std::exchange(list.moveMode, 0);
-  target = std::min(std::max(target, 1), list.GetCount());
-  const INT moves = target - list.selectedIndex;
-  for (INT move = 0; move < moves; ++move) list.MoveDown();
-  for (INT move = 0; move > moves; --move) list.MoveUp();
-  list.moveMode = moveMode;
-}
-
-void ExpectSameSelection(TestHost& host, INT count, INT rows, INT start, INT target, bool moving, bool bars) {
-  SCOPED_TRACE(::testing::Message() << count << " items, " << rows << " rows, from " << start << " to " << target
-                                    << (moving ? ", in move mode" : "") << (bars ? "" : ", without bars"));
-  host.tick = 1000;
-  std::vector<INT> seen[2];
-  for (const bool direct : {false, true}) {
-    NumberedList list(count, rows);
-    if (!bars) list.highlight.reset();
-    host.tick = 1000;
-    if (start > 0) SelectStepByStep(list, start);
-    if (moving) list.ToggleMoveMode();
-    host.tick = 1100;
-    list.Draw(nullptr);
-    list.Requests();
-    direct ? list.SelectIndex(target) : SelectStepByStep(list, target);
-    for (const DWORD later : {0u, 100u, 250u, 600u}) {
-      host.tick = 1100 + later;
-      if (later > 0) list.Draw(nullptr);
-      const std::vector<INT> now = Snapshot(list);
-      seen[direct].insert(seen[direct].end(), now.begin(), now.end());
-    }
-  }
-  ASSERT_EQ(seen[0], seen[1]);
-}
-
-TEST(ListMoves, SelectingDirectlyLooksLikeSingleMoves) {
-  OnPhone([](TestHost& host, const auto&) {
-    for (const INT count : {0, 1, 2, 5, 9, 14})
-      for (const INT rows : {1, 3, 8})
-        for (const INT start : {0, count / 2, count})
-          for (INT target = -1; target <= count + 1; ++target)
-            for (const bool moving : {false, true}) {
-              ExpectSameSelection(host, count, rows, start, target, moving, (count + target) % 3 != 0);
-              if (::testing::Test::HasFatalFailure()) return;
-            }
   });
 }
 
