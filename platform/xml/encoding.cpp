@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <memory>
 #include <new>
 
@@ -15,7 +14,6 @@ namespace phone::xml {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
-constexpr std::size_t kMaxBytes = std::numeric_limits<std::int32_t>::max() / 4;
 
 struct CloseConverter {
   void operator()(UConverter* converter) const noexcept { ucnv_close(converter); }
@@ -95,18 +93,31 @@ Signature FindSignature(std::string_view bytes) {
   return {};
 }
 
+/// Converts piece by piece, and stops at what no document holds: the text may be far longer than anybody would read.
 std::optional<std::string> Convert(std::string_view bytes, std::string_view encoding) {
-  const Converter converter = Open(encoding);
-  if (!converter || bytes.size() > kMaxBytes) return std::nullopt;
-  // No encoding makes more than two code units of one byte.
-  std::u16string text(bytes.size() * 2 + 1, u'\0');
-  UErrorCode error = U_ZERO_ERROR;
-  const std::int32_t units = ucnv_toUChars(converter.get(), text.data(), static_cast<std::int32_t>(text.size()),
-                                           bytes.data(), static_cast<std::int32_t>(bytes.size()), &error);
+  const Converter from = Open(encoding);
+  const Converter to = Open("UTF-8");
+  if (!from || !to) return std::nullopt;
+  std::string text;
+  std::array<char, 16'384> chunk;
+  std::array<UChar, 4'096> pivot;
+  UChar* pivot_source = pivot.data();
+  UChar* pivot_target = pivot.data();
+  const char* source = bytes.data();
+  UErrorCode error = U_BUFFER_OVERFLOW_ERROR;
+  for (bool first = true; error == U_BUFFER_OVERFLOW_ERROR; first = false) {
+    error = U_ZERO_ERROR;
+    char* target = chunk.data();
+    ucnv_convertEx(to.get(), from.get(), &target, chunk.data() + chunk.size(), &source, bytes.data() + bytes.size(),
+                   pivot.data(), &pivot_source, &pivot_target, pivot.data() + pivot.size(), first, /*flush=*/true,
+                   &error);
+    const std::string_view converted(chunk.data(), static_cast<std::size_t>(target - chunk.data()));
+    if (converted.find('\0') != std::string_view::npos) return std::nullopt;
+    text += converted;
+  }
   ThrowIfNoMemory(error);
   if (U_FAILURE(error)) return std::nullopt;
-  text.resize(static_cast<std::size_t>(units));
-  return ToUtf8(text);
+  return text;
 }
 
 /// Writes text in one encoding.

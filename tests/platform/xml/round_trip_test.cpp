@@ -69,6 +69,13 @@ TEST_F(RoundTrips, ReadByteOrderMarks) {
   EXPECT_EQ("<home>\xC3\xA9</home>\n", RoundTrip("\xEF\xBB\xBF<home>\xC3\xA9</home>"));
   EXPECT_EQ("<home>\xC3\xA9</home>\n", RoundTrip("\xFE\xFF\0<\0h\0o\0m\0e\0>\0\xE9\0<\0/\0h\0o\0m\0e\0>"sv));
   EXPECT_EQ("<a/>\n", RoundTrip("\xFF\xFE<\0a\0/\0>\0"sv));
+  std::string wide("\xFF\xFE<\0a\0>\0", 8);
+  std::string text = "<a>";
+  for (int i = 0; i < 20'000; ++i) {
+    wide += "\x3D\xD8\x0D\xDE";
+    text += "\xF0\x9F\x98\x8D";
+  }
+  EXPECT_EQ(text + "</a>\n", RoundTrip(wide.append("<\0/\0a\0>\0"sv)));
 }
 
 TEST_F(RoundTrips, WriteReferencesForWhatTheEncodingCannotHold) {
