@@ -12,6 +12,8 @@ namespace phone::xml {
 
 /// How much entities may grow: characters and nodes together. Beyond it a reference stands for nothing, or stays one.
 inline constexpr std::size_t kEntityBudget = std::size_t{1} << 20;
+/// How much of what entities stand for is given as the text of one node; every field that shows one holds far less.
+inline constexpr std::size_t kEntityTextBudget = std::size_t{1} << 16;
 /// How deep entities may refer to entities; libxml2's own bound.
 inline constexpr int kEntityDepth = 40;
 

@@ -1,5 +1,6 @@
 #include "xml/node.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -193,9 +194,12 @@ HRESULT NodeCore::Text(BSTR* text) noexcept {
   return Guarded([&] {
     if (const auto piece = TextInOnePiece(node_)) return GiveText(*piece, text);
     std::string collected;
-    std::size_t budget = kEntityBudget;
+    std::size_t& left = Tree::Context(tree_)->entity_texts_left;
+    const std::size_t granted = std::min(left, kEntityTextBudget);
+    std::size_t budget = granted;
     // Text that entities blow up beyond their bound is given as far as the bound.
     static_cast<void>(CollectText(tree_->document(), node_, budget, collected));
+    left -= granted - budget;
     return GiveText(collected, text);
   });
 }

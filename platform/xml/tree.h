@@ -41,6 +41,8 @@ class Tree {
 
   /// Counts changes of structure, for who keeps a place in a list of children.
   std::uint64_t changes = 0;
+  /// How much of what its entities stand for a document still gives as texts: beyond it they are cut short.
+  std::size_t entity_texts_left = std::size_t{1} << 24;
   /// The internal subset as it was written, from its opening bracket to its closing one; empty without one.
   std::string internal_subset;
 
