@@ -11,24 +11,32 @@
 #include <string>
 
 #include "xml/addresses.h"
+#include "xml/bounds.h"
 #include "xml/encoding.h"
 #include "xml/walk.h"
 
 namespace phone::xml {
 namespace {
 
-constexpr int kOptions = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_IGNORE_ENC;
+// With recovery the calls go on after an error, so that the first of them can stop the parse.
+constexpr int kOptions =
+    XML_PARSE_RECOVER | XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_IGNORE_ENC;
 
 struct FreeContext {
   void operator()(xmlParserCtxt* context) const noexcept { xmlFreeParserCtxt(context); }
 };
 using Context = std::unique_ptr<xmlParserCtxt, FreeContext>;
 
-/// Where the internal subset stands in the text.
-struct Subset {
-  std::size_t begin = 0;
-  std::size_t end = 0;
+/// What a parse keeps: its costs, and where the internal subset stands in the text.
+struct Progress : Costs {
+  std::size_t subset_begin = 0;
+  std::size_t subset_end = 0;
+  bool no_memory = false;
 };
+
+Progress& ProgressOf(const xmlParserCtxt* context) noexcept {
+  return *static_cast<Progress*>(static_cast<Costs*>(context->_private));
+}
 
 std::size_t Position(const xmlParserCtxt* context) noexcept {
   const xmlParserInput* const input = context->input;
@@ -37,14 +45,14 @@ std::size_t Position(const xmlParserCtxt* context) noexcept {
 
 void OnDoctypeBegin(void* user, const xmlChar* name, const xmlChar* public_id, const xmlChar* system_id) {
   auto* const context = static_cast<xmlParserCtxt*>(user);
-  static_cast<Subset*>(context->_private)->begin = Position(context);
+  ProgressOf(context).subset_begin = Position(context);
   xmlSAX2InternalSubset(context, name, public_id, system_id);
 }
 
 /// The parser offers to load the external subset here, which is not done; the declaration is complete.
 void OnDoctypeEnd(void* user, const xmlChar*, const xmlChar*, const xmlChar*) {
   auto* const context = static_cast<xmlParserCtxt*>(user);
-  static_cast<Subset*>(context->_private)->end = Position(context);
+  ProgressOf(context).subset_end = Position(context);
 }
 
 /// Each section is a node: the default would join neighbours.
@@ -53,7 +61,7 @@ void OnCdata(void* user, const xmlChar* value, int length) {
   xmlNode* const section = xmlNewCDataBlock(context->myDoc, value, length);
   if (section && xmlAddChild(context->node, section)) return;
   xmlFreeNode(section);
-  context->errNo = XML_ERR_NO_MEMORY;
+  ProgressOf(context).no_memory = true;
   context->wellFormed = 0;
   xmlStopParser(context);
 }
@@ -64,10 +72,11 @@ xmlParserInput* RefuseEntity(void*, const xmlChar*, const xmlChar*) {
 
 void KeepSilent(void*, xmlError*) {}
 
-Context MakeContext(Subset& subset) {
+Context MakeContext(Progress& progress) {
   Context context(xmlNewParserCtxt());
   if (!context) throw std::bad_alloc();
-  context->_private = &subset;
+  context->_private = static_cast<Costs*>(&progress);
+  BoundCosts(*context->sax);
   context->sax->internalSubset = OnDoctypeBegin;
   context->sax->externalSubset = OnDoctypeEnd;
   context->sax->cdataBlock = OnCdata;
@@ -95,9 +104,9 @@ void PutDeclarationFirst(xmlDoc* document, std::string_view declaration) {
   LinkChild(AsNode(document), node, document->children);
 }
 
-std::string SubsetText(std::string_view text, Subset subset) {
-  if (subset.begin >= subset.end || subset.end > text.size()) return {};
-  const std::string_view whole = text.substr(subset.begin, subset.end - subset.begin);
+std::string SubsetText(std::string_view text, const Progress& progress) {
+  if (progress.subset_begin >= progress.subset_end || progress.subset_end > text.size()) return {};
+  const std::string_view whole = text.substr(progress.subset_begin, progress.subset_end - progress.subset_begin);
   const std::size_t last = whole.rfind(']');
   if (whole.front() != '[' || last == std::string_view::npos) return {};
   return std::string(whole.substr(0, last + 1));
@@ -107,19 +116,19 @@ std::string SubsetText(std::string_view text, Subset subset) {
 
 TreeRef Parse(std::string_view text) {
   if (text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) return nullptr;
-  Subset subset;
-  const Context context = MakeContext(subset);
+  if (IsCrowded(text)) return nullptr;
+  Progress progress;
+  const Context context = MakeContext(progress);
   xmlDoc* const document =
       xmlCtxtReadMemory(context.get(), text.data(), static_cast<int>(text.size()), nullptr, nullptr, kOptions);
-  if (!document) {
-    if (context->errNo == XML_ERR_NO_MEMORY) throw std::bad_alloc();
-    return nullptr;
-  }
-  TreeRef tree = OwnDocument(document);
+  const bool no_memory = progress.no_memory || context->errNo == XML_ERR_NO_MEMORY;
+  TreeRef tree = document ? OwnDocument(document) : nullptr;
+  if (no_memory) throw std::bad_alloc();
+  if (!tree || !context->wellFormed || progress.exceeded) return nullptr;
   DropTables(document);
   StoreAddresses(document);
   NameEncoding(document);
-  tree->internal_subset = SubsetText(text, subset);
+  tree->internal_subset = SubsetText(text, progress);
   if (const auto declaration = FindDeclaration(text)) PutDeclarationFirst(document, *declaration);
   return tree;
 }

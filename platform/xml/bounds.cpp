@@ -1,0 +1,92 @@
+#include "xml/bounds.h"
+
+#include <libxml/SAX2.h>
+#include <libxml/parser.h>
+
+#include "xml/walk.h"
+
+namespace phone::xml {
+namespace {
+
+constexpr std::size_t kMaxParts = 4'096;                       // of one tag or declaration
+constexpr std::size_t kMaxDeclarations = 1'024;                // of attributes
+constexpr std::size_t kMaxComparisons = std::size_t{1} << 26;  // a fraction of a second
+constexpr std::size_t kMaxExpanded = std::size_t{16} * 1'024;  // characters
+
+/// Stops the parse once a cost is beyond its bound. What follows an error is checked at the same cost, for nothing.
+bool MayGoOn(xmlParserCtxt* context, std::size_t cost, std::size_t bound) noexcept {
+  auto& costs = *static_cast<Costs*>(context->_private);
+  costs.exceeded = costs.exceeded || cost > bound;
+  if (!costs.exceeded && context->wellFormed) return true;
+  context->wellFormed = 0;
+  xmlStopParser(context);
+  return false;
+}
+
+void OnAttributeDeclaration(void* user, const xmlChar* element, const xmlChar* name, int type, int kind,
+                            const xmlChar* value, xmlEnumeration* alternatives) {
+  auto* const context = static_cast<xmlParserCtxt*>(user);
+  auto& costs = *static_cast<Costs*>(context->_private);
+  if (MayGoOn(context, ++costs.declarations, kMaxDeclarations))
+    return xmlSAX2AttributeDecl(context, element, name, type, kind, value, alternatives);
+  xmlFreeEnumeration(alternatives);
+}
+
+void OnEntityDeclaration(void* user, const xmlChar* name, int type, const xmlChar* public_id, const xmlChar* system_id,
+                         xmlChar* content) {
+  auto* const context = static_cast<xmlParserCtxt*>(user);
+  // What it stands for has references resolved that the text of the document does not show.
+  if (MayGoOn(context, IsCrowded(View(content)) ? 1 : 0, 0))
+    xmlSAX2EntityDecl(context, name, type, public_id, system_id, content);
+}
+
+xmlEntity* OnParameterEntity(void* user, const xmlChar* name) {
+  auto* const context = static_cast<xmlParserCtxt*>(user);
+  auto& costs = *static_cast<Costs*>(context->_private);
+  xmlEntity* const entity = xmlSAX2GetParameterEntity(context, name);
+  costs.expanded += entity ? static_cast<std::size_t>(entity->length) + 1 : 0;
+  return MayGoOn(context, costs.expanded, kMaxExpanded) ? entity : nullptr;
+}
+
+void OnStartTag(void* user, const xmlChar* name, const xmlChar* prefix, const xmlChar* address, int declared,
+                const xmlChar** declarations, int attributes, int defaulted, const xmlChar** values) {
+  auto* const context = static_cast<xmlParserCtxt*>(user);
+  auto& costs = *static_cast<Costs*>(context->_private);
+  const auto names = static_cast<std::size_t>(declared + attributes + defaulted);
+  const auto scope = static_cast<std::size_t>(context->nsNr > 0 ? context->nsNr + context->nodeNr : 0);
+  costs.comparisons += names * names + (names + 1) * scope;
+  if (MayGoOn(context, costs.comparisons, kMaxComparisons))
+    xmlSAX2StartElementNs(context, name, prefix, address, declared, declarations, attributes, defaulted, values);
+}
+
+/// Counts the quoted values, and the bars outside of them, up to the end of a tag: no "<" can stand in one.
+std::size_t CountParts(std::string_view tag) noexcept {
+  if (tag.starts_with("!-") || tag.starts_with("![") || tag.starts_with('?')) return 0;
+  std::size_t parts = 0;
+  for (std::size_t at = tag.find_first_of("\"'|<>"); at != tag.npos; at = tag.find_first_of("\"'|<>", at + 1)) {
+    if (tag[at] == '<' || tag[at] == '>') break;
+    ++parts;
+    if (tag[at] == '|') continue;
+    at = tag.find_first_of(tag[at] == '"' ? "\"<" : "'<", at + 1);
+    if (at == tag.npos || tag[at] == '<') break;
+  }
+  return parts;
+}
+
+}  // namespace
+
+bool IsCrowded(std::string_view text) noexcept {
+  // Tags inside of comments count as well: in an entity, what looks like the start of a comment is none.
+  for (std::size_t at = text.find('<'); at != text.npos; at = text.find('<', at + 1))
+    if (CountParts(text.substr(at + 1)) > kMaxParts) return true;
+  return false;
+}
+
+void BoundCosts(xmlSAXHandler& handler) noexcept {
+  handler.attributeDecl = OnAttributeDeclaration;
+  handler.entityDecl = OnEntityDeclaration;
+  handler.getParameterEntity = OnParameterEntity;
+  handler.startElementNs = OnStartTag;
+}
+
+}  // namespace phone::xml
