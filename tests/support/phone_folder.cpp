@@ -1,25 +1,12 @@
 #include "support/phone_folder.h"
 
-#include <stdlib.h>
-
 #include <algorithm>
 #include <cstdint>
-#include <fstream>
-#include <iterator>
-#include <stdexcept>
 
 namespace fs = std::filesystem;
 
 PhoneFolder::PhoneFolder() {
-  std::string name = (fs::temp_directory_path() / "quillmark-test-XXXXXX").string();
-  if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
-  path_ = name;
   fs::create_directories(Home());
-}
-
-PhoneFolder::~PhoneFolder() {
-  std::error_code ignored;
-  fs::remove_all(path_, ignored);
 }
 
 void PhoneFolder::AddLayout(const std::string& name, const std::string& title,
@@ -44,7 +31,7 @@ void PhoneFolder::AddFavorite(const std::string& name, std::u16string_view eleme
 }
 
 void PhoneFolder::UseLayout(const std::string& name) const {
-  WriteFile(path_ / "registry.reg",
+  WriteFile(path() / "registry.reg",
             "Windows Registry Editor Version 5.00\n\n[HKEY_CURRENT_USER\\ControlPanel\\Home]\n"
             "\"Scheme\"=\"\\\\Application Data\\\\Home\\\\" +
                 name + ".home.xml\"\n");
@@ -52,18 +39,6 @@ void PhoneFolder::UseLayout(const std::string& name) const {
 
 std::string LayoutPath(const std::string& name) {
   return "\\Application Data\\Home\\" + name + ".home.xml";
-}
-
-std::string ReadFile(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-void WriteFile(const fs::path& file, std::string_view content) {
-  fs::create_directories(file.parent_path());
-  std::ofstream stream(file, std::ios::binary);
-  stream << content;
-  if (!stream.flush()) throw std::runtime_error("cannot write " + file.string());
 }
 
 std::vector<std::string> FilesBelow(const fs::path& folder) {

@@ -7,18 +7,18 @@
 #include <string_view>
 #include <vector>
 
+#include "support/file_content.h"
+#include "support/temporary_folder.h"
+
 class PhoneFolder {
  public:
   /// An empty phone.
   PhoneFolder();
-  ~PhoneFolder();
-  PhoneFolder(const PhoneFolder&) = delete;
-  PhoneFolder& operator=(const PhoneFolder&) = delete;
 
-  const std::filesystem::path& path() const { return path_; }
+  const std::filesystem::path& path() const { return folder_.path; }
   /// The folder of the layouts, and the one of the favourites, on this machine.
-  std::filesystem::path Home() const { return path_ / "Application Data" / "Home"; }
-  std::filesystem::path Plugins() const { return path_ / "Program Files" / "Quillmark" / "Plugins"; }
+  std::filesystem::path Home() const { return path() / "Application Data" / "Home"; }
+  std::filesystem::path Plugins() const { return path() / "Program Files" / "Quillmark" / "Plugins"; }
 
   /// Adds NAME.home.xml with that title and plug-ins of these names.
   void AddLayout(const std::string& name, const std::string& title, const std::vector<std::string>& plugins) const;
@@ -28,13 +28,11 @@ class PhoneFolder {
   void UseLayout(const std::string& name) const;
 
  private:
-  std::filesystem::path path_;
+  TemporaryFolder folder_;
 };
 
 /// The phone's path of a layout.
 std::string LayoutPath(const std::string& name);
 
-std::string ReadFile(const std::filesystem::path& file);
-void WriteFile(const std::filesystem::path& file, std::string_view content);
 /// Every file below, relative to the folder, in order.
 std::vector<std::string> FilesBelow(const std::filesystem::path& folder);

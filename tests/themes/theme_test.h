@@ -4,11 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
+#include "support/file_content.h"
 #include "support/on_phone.h"
 #include "system/faults.h"
 #include "system/text.h"
@@ -23,16 +22,6 @@ inline std::string Utf8(std::u16string_view text) {
 
 inline std::filesystem::path HomeFolder(const std::filesystem::path& folder) {
   return folder / "Application Data" / "Home";
-}
-
-inline void WriteBytes(const std::filesystem::path& file, std::string_view content) {
-  std::filesystem::create_directories(file.parent_path());
-  std::ofstream(file, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
-}
-
-inline std::string ReadBytes(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 inline ComPtr<IXMLDOMDocument> Parse(std::u16string_view xml) {
