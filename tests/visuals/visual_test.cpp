@@ -70,19 +70,6 @@ TEST(Visual, SettersRefreshPercentagesAndMargins) {
   EXPECT_EQ(visual.bottomMargin, 50 - 1 - 10);
 }
 
-TEST(Visual, GetValueReadsTheFieldAskedFor) {
-  CVisual visual;
-  visual.y = {1, 20, 3, 4, -5.9};
-  visual.visible = visual.width = visual.y;
-  const std::pair<DWORD, std::vector<INT>> cases[] = {{PROP_Y, {0, 20, 16, 4, 3, -5, 1, 0}},
-                                                      {PROP_WIDTH, {0, 20, 20, 4, 3, -5, 1, 0}},
-                                                      {PROP_VISIBLE, {0, 20, 0, 4, 3, -5, 1, 0}},
-                                                      {3, {0, 0, 0, 0, 0, 0, 0, 0}}};
-  for (const auto& [property, values] : cases)
-    for (DWORD selector = 0; selector < 8; ++selector)
-      EXPECT_EQ(visual.GetValue(property, selector), values[selector]) << property << " by " << selector;
-}
-
 TEST(VisualGroup, AnImageHasOneNodeAndATextOneForEachAdding) {
   CVisualGroup group(1, 0, 0, 10, 10);
   auto* const image = new CImageVisual;
