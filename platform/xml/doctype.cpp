@@ -43,12 +43,15 @@ bool HasAlike(const xmlDoc* target, const xmlAttribute* declaration) noexcept {
   return other && xmlStrEqual(other->defaultValue, declaration->defaultValue);
 }
 
-/// The entity a reference names, where the reference would lose its meaning in `target`.
-xmlEntity* LostEntity(const xmlNode* reference, xmlDoc* target) noexcept {
-  xmlEntity* const entity = xmlGetDocEntity(reference->doc, reference->name);
-  if (!entity || entity->etype != XML_INTERNAL_GENERAL_ENTITY) return nullptr;
+/// Whether a reference would lose its meaning in `target`. One to an entity that is not declared, or lies outside,
+/// means nothing here and could not be read there.
+bool IsLost(const xmlNode* reference, xmlDoc* target) noexcept {
+  const xmlEntity* const entity = xmlGetDocEntity(reference->doc, reference->name);
+  if (!entity) return true;
+  if (entity->etype == XML_INTERNAL_PREDEFINED_ENTITY) return false;
   const xmlEntity* const other = target ? xmlGetDocEntity(target, reference->name) : nullptr;
-  return other && xmlStrEqual(other->content, entity->content) ? nullptr : entity;
+  return !other || other->etype != entity->etype || !xmlStrEqual(other->content, entity->content) ||
+         !xmlStrEqual(other->SystemID, entity->SystemID);
 }
 
 bool WriteDefault(xmlNode* element, xmlAttribute* declaration, std::size_t& budget) {
@@ -72,7 +75,7 @@ bool WriteDefaults(xmlNode* element, xmlDoc* target, std::size_t& budget) {
 bool WriteAttributeText(const TreeRef& tree, xmlAttr* attribute, xmlDoc* target, std::size_t& budget) {
   bool lost = false;
   for (const xmlNode* part = attribute->children; part; part = part->next)
-    lost = lost || (part->type == XML_ENTITY_REF_NODE && LostEntity(part, target));
+    lost = lost || (part->type == XML_ENTITY_REF_NODE && IsLost(part, target));
   if (!lost) return true;
   std::string text;
   if (!CollectText(attribute->doc, AsNode(attribute), budget, text)) return false;
@@ -96,10 +99,10 @@ bool WriteAddress(xmlNs* declaration, const xmlDoc* document, std::size_t& budge
   return true;
 }
 
-/// Puts copies of an entity's content in the place of a reference. Gives the node to go on with.
+/// Puts copies of an entity's content, if there is any, in the place of a reference. Gives the node to go on with.
 xmlNode* WriteOut(const TreeRef& tree, xmlNode* root, xmlNode* reference, const xmlEntity* entity) {
   xmlNode* next = nullptr;
-  for (xmlNode* part = entity->children; part; part = part->next) {
+  for (xmlNode* part = entity ? entity->children : nullptr; part; part = part->next) {
     xmlNode* const copy = CopyNode(part, /*deep=*/true);
     LinkChild(reference->parent, copy, reference);
     if (!next) next = copy;
@@ -110,7 +113,7 @@ xmlNode* WriteOut(const TreeRef& tree, xmlNode* root, xmlNode* reference, const 
 }
 
 std::size_t SizeOf(const xmlEntity* entity) noexcept {
-  return 1 + static_cast<std::size_t>(entity->length);
+  return 1 + (entity ? static_cast<std::size_t>(entity->length) : 0);
 }
 
 }  // namespace
@@ -144,7 +147,7 @@ bool LeansOnDoctype(xmlNode* root, xmlDoc* target) noexcept {
   if (!HasDoctype(root->doc) || root->doc == target) return false;
   bool leans = false;
   ForEachNode(root, [&](xmlNode* node) {
-    if (node->type == XML_ENTITY_REF_NODE) leans = leans || LostEntity(node, target);
+    if (node->type == XML_ENTITY_REF_NODE) leans = leans || IsLost(node, target);
     if (node->type == XML_NAMESPACE_DECL) leans = leans || HasEntity(AsNamespace(node));
     if (node->type != XML_ELEMENT_NODE) return;
     for (const xmlAttribute* declaration = NextDefault(node, nullptr); declaration && !leans;
@@ -155,11 +158,11 @@ bool LeansOnDoctype(xmlNode* root, xmlDoc* target) noexcept {
 }
 
 bool TakeAlong(const TreeRef& tree, xmlNode* root, xmlDoc* target) {
-  if (root->type == XML_ENTITY_REF_NODE) return !LostEntity(root, target);
+  if (root->type == XML_ENTITY_REF_NODE) return !IsLost(root, target);
   std::size_t budget = kEntityBudget;
   for (xmlNode* node = root; node;) {
-    const xmlEntity* const entity = node->type == XML_ENTITY_REF_NODE ? LostEntity(node, target) : nullptr;
-    if (entity) {
+    if (node->type == XML_ENTITY_REF_NODE && IsLost(node, target)) {
+      const xmlEntity* const entity = xmlGetDocEntity(node->doc, node->name);
       if (SizeOf(entity) > budget) return false;
       budget -= SizeOf(entity);
       node = WriteOut(tree, root, node, entity);
