@@ -15,11 +15,7 @@ class Canvas {
   /// A negative height: the rows lie top-down in memory.
   Canvas(int width, int height) : width_(width), height_(height < 0 ? -height : height), top_down_(height < 0) {
     BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader = {sizeof(BITMAPINFOHEADER), width, height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     bitmap_ = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, reinterpret_cast<void**>(&bits_), nullptr, 0);
     dc = CreateCompatibleDC(nullptr);
     SelectObject(dc, bitmap_);

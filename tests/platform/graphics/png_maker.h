@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <stdexcept>
 #include <vector>
 
 struct PngKind {
@@ -17,12 +16,8 @@ struct PngKind {
 };
 
 inline int ChannelsOf(int color_type) {
-  switch (color_type) {
-    case PNG_COLOR_TYPE_RGB: return 3;
-    case PNG_COLOR_TYPE_RGB_ALPHA: return 4;
-    case PNG_COLOR_TYPE_GRAY_ALPHA: return 2;
-    default: return 1;
-  }
+  const int colors = color_type == PNG_COLOR_TYPE_RGB || color_type == PNG_COLOR_TYPE_RGB_ALPHA ? 3 : 1;
+  return colors + ((color_type & PNG_COLOR_MASK_ALPHA) != 0);
 }
 
 /// The sample at a place, 0 to 2^depth - 1. A palette's colours are (index, 255 - index, 7 * index).
@@ -52,33 +47,27 @@ inline std::vector<std::byte> MakePng(int width, int height, const PngKind& kind
     png_set_PLTE(png, info, palette, 1 << kind.depth);
   }
   if (kind.transparent_color) {
-    const auto first = [&kind](int channel) { return static_cast<png_uint_16>(SampleAt(0, 0, channel, kind.depth)); };
-    const png_color_16 color = {0, first(0), first(1), first(2), first(0)};
-    const png_byte first_is_clear[] = {0};
-    png_set_tRNS(png, info, first_is_clear, 1, kind.color_type == PNG_COLOR_TYPE_PALETTE ? nullptr : &color);
+    png_uint_16 first[3];
+    for (int i = 0; i < 3; ++i) first[i] = static_cast<png_uint_16>(SampleAt(0, 0, i, kind.depth));
+    const png_color_16 color = {0, first[0], first[1], first[2], first[0]};
+    const png_byte first_is_clear = 0;
+    png_set_tRNS(png, info, &first_is_clear, 1, kind.color_type == PNG_COLOR_TYPE_PALETTE ? nullptr : &color);
   }
   png_set_gAMA(png, info, 1.0);  // must not change anything
-  png_write_info(png, info);
   const int channels = ChannelsOf(kind.color_type);
   std::vector<std::vector<png_byte>> rows(static_cast<std::size_t>(height));
   std::vector<png_bytep> pointers;
-  for (int y = 0; y < height; ++y) {
-    auto& row = rows[static_cast<std::size_t>(y)];
-    row.resize((static_cast<std::size_t>(width) * channels * kind.depth + 7) / 8);
+  for (auto& row : rows) {
+    const int y = static_cast<int>(&row - rows.data());
     for (int i = 0; i < width * channels; ++i) {
       const std::uint32_t sample = SampleAt(i / channels, y, i % channels, kind.depth);
-      const auto bit = static_cast<std::size_t>(i) * kind.depth;
-      if (kind.depth == 16) {
-        row[bit / 8] = static_cast<png_byte>(sample >> 8);
-        row[bit / 8 + 1] = static_cast<png_byte>(sample);
-      } else {
-        row[bit / 8] |= static_cast<png_byte>(sample << (8 - kind.depth - bit % 8));
-      }
+      if (kind.depth == 16) row.push_back(static_cast<png_byte>(sample >> 8));
+      row.push_back(static_cast<png_byte>(sample));
     }
     pointers.push_back(row.data());
   }
-  png_write_image(png, pointers.data());
-  png_write_end(png, info);
+  png_set_rows(png, info, pointers.data());
+  png_write_png(png, info, PNG_TRANSFORM_PACKING, nullptr);
   png_destroy_write_struct(&png, &info);
   return file;
 }
