@@ -9,26 +9,19 @@ using Menus = WindowTest;
 
 /// Keys after the menu was opened, and the commands the program gets besides the soft key's own.
 TEST_F(Menus, AreWorkedWithTheKeys) {
+  // The letters are keys: down, up, action, back, the left and the right soft key; digits and x are typed.
   struct Case {
-    std::vector<UINT> keys;
-    WCHAR typed;
+    std::string keys;
     std::vector<WORD> commands;
     bool stays_open;
   };
   const Case cases[] = {
-      {{VK_RETURN}, 0, {kOpen}, false},
-      {{VK_TSOFT1}, 0, {kOpen}, false},
-      {{VK_DOWN, VK_RETURN}, 0, {kDelete}, false},
-      {{VK_UP, VK_UP, VK_RETURN}, 0, {kDelete}, false},
-      {{VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN}, 0, {kOpen}, false},
-      {{VK_UP, VK_RETURN}, 0, {}, true},
-      {{VK_TBACK}, 0, {}, false},
-      {{VK_TSOFT2}, 0, {}, false},
-      {{'2'}, u'2', {kDelete}, false},
-      {{'9'}, u'9', {}, true},
-      {{}, u'p', {}, true},
-      {{VK_LEFT, VK_END}, 0, {}, true},
+      {"a", {kOpen}, false},    {"l", {kOpen}, false}, {"da", {kDelete}, false}, {"uua", {kDelete}, false},
+      {"ddda", {kOpen}, false}, {"ua", {}, true},      {"b", {}, false},         {"r", {}, false},
+      {"2", {kDelete}, false},  {"9", {}, true},       {"x", {}, true},
   };
+  const std::map<char, UINT> keys = {{'d', VK_DOWN},  {'u', VK_UP},     {'a', VK_RETURN},
+                                     {'b', VK_TBACK}, {'l', VK_TSOFT1}, {'r', VK_TSOFT2}};
   for (const Case& each : cases) {
     SCOPED_TRACE(&each - cases);
     commands.clear();
@@ -38,8 +31,11 @@ TEST_F(Menus, AreWorkedWithTheKeys) {
                               EXPECT_EQ(phone::Look().bar_right, u"Cancel");
                               EXPECT_FALSE(phone::ChooseMenuItem(2)) << "it is disabled";
                             }};
-    for (const UINT key : each.keys) steps.push_back(Tap(key));
-    if (each.typed != 0) steps.push_back([&] { phone::TypeCharacter(each.typed); });
+    for (const char key : each.keys) {
+      const auto named = keys.find(key);
+      steps.push_back(Tap(named != keys.end() ? named->second : static_cast<UINT>(key)));
+      if (named == keys.end()) steps.push_back([key] { phone::TypeCharacter(static_cast<WCHAR>(key)); });
+    }
     steps.push_back([&] { EXPECT_EQ(phone::Look().menu.has_value(), each.stays_open); });
     Play([] { MakeBar(kListBar); }, steps);
     EXPECT_EQ(std::vector<WORD>(commands.begin() + 1, commands.end()), each.commands);
