@@ -83,6 +83,7 @@ TEST_F(Files, NoPathLeadsOut) {
                                   u"/Home/in",
                                   u"\\Home/in",
                                   u"\\\\Home\\in",
+                                  u"\\Home\\\\in",
                                   u"\\Home\\link",
                                   u"\\out\\secret",
                                   u"\\Home",
@@ -110,7 +111,6 @@ TEST_F(Files, NoPathLeadsOut) {
   EXPECT_EQ(GetLastError(), ERROR_PATH_NOT_FOUND);
   EXPECT_FALSE(CreateDirectoryW(TEXT("\\home"), nullptr));
   EXPECT_EQ(GetLastError(), ERROR_ALREADY_EXISTS);
-  EXPECT_EQ(Read(u"\\Home\\\\in"), "in");
   EXPECT_EQ(Search(u"\\*"), "[Application Data] [Home] [Program Files] ");
   EXPECT_EQ(Search(u"\\Home\\*"), "in ");
 }
