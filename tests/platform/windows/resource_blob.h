@@ -53,11 +53,11 @@ inline constexpr WORD kLeftCommand = 40001;
 inline constexpr WORD kRightCommand = 40002;
 
 /// Strings 1 "Options", 2 "Exit", 3 "Save", 17 "Über 😀"; a menu with Open 101, Delete 102 and a disabled Apply 103; two
-/// bars; an icon group.
+/// bars.
 inline std::vector<std::byte> TestResources() {
   constexpr unsigned kPopup = 0x10, kLast = 0x80, kDisabled = 0x01;
   constexpr unsigned kNoImage = 0xFFFE, kEnabled = 4, kAutoSize = 0x10, kDropDown = 0x08, kNoPopup = 0xFFFF;
-  ResourceBlob strings, more_strings, menu, list_bar, form_bar, icons, file;
+  ResourceBlob strings, more_strings, menu, list_bar, form_bar, file;
   strings.Word(0);
   for (const std::u16string_view text : {u"Options", u"Exit", u"Save"})
     strings.Word(static_cast<unsigned>(text.size())).Units(text);
@@ -73,11 +73,8 @@ inline std::vector<std::byte> TestResources() {
   form_bar.Word(0).Word(2);
   form_bar.Word(kNoImage).Word(kLeftCommand).Word(kEnabled).Word(kAutoSize).Word(3).Word(0).Word(kNoPopup);
   form_bar.Word(kNoImage).Word(kRightCommand).Word(kEnabled).Word(kAutoSize).Word(2).Word(0).Word(kNoPopup);
-  icons.Word(0).Word(1).Word(1);
-  for (int word = 0; word < 7; ++word) icons.Word(0);
   file.Entry(0, 0, {}, 0);
   file.Entry(phone::kStringTableType, 1, strings).Entry(phone::kStringTableType, 2, more_strings);
   file.Entry(phone::kMenuType, 20, menu).BarEntry(kListBar, list_bar).BarEntry(kFormBar, form_bar);
-  file.Entry(phone::kIconGroupType, 5, icons);
   return file.bytes;
 }
