@@ -34,8 +34,9 @@ std::optional<std::string> Arguments::Quoted() {
   return std::nullopt;
 }
 
-std::string_view Arguments::Rest() {
-  if (!rest_.empty()) rest_.remove_prefix(1);
+std::optional<std::string_view> Arguments::Rest() {
+  if (rest_.empty()) return std::nullopt;
+  rest_.remove_prefix(1);
   return std::exchange(rest_, {});
 }
 

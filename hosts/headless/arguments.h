@@ -20,8 +20,8 @@ class Arguments {
   /// The next word, which may stand in double quotes to hold blanks; inside them two quotes are one. Nothing at the end
   /// or when the closing quote is missing.
   std::optional<std::string> Quoted();
-  /// What is left of the line after one blank, as it stands.
-  std::string_view Rest();
+  /// What is left of the line after one blank, as it stands; nothing when the line has ended already.
+  std::optional<std::string_view> Rest();
   /// True when no word is left.
   bool AtEnd();
   /// The next word as a decimal number within the bounds; nothing when it is not one.

@@ -65,8 +65,9 @@ Parsed ParseKeyUp(Arguments& arguments) {
 }
 
 Parsed ParseType(Arguments& arguments) {
-  const std::u16string text = Utf16(arguments.Rest());
-  return Do([text](Execution&) {
+  const std::optional<std::string_view> rest = arguments.Rest();
+  if (!rest) return std::nullopt;
+  return Do([text = Utf16(*rest)](Execution&) {
     for (const char16_t unit : text) phone::TypeCharacter(unit);
   });
 }
@@ -100,7 +101,7 @@ void ChooseLabel(Execution& execution, const std::u16string& label) {
 }
 
 Parsed ParseMenu(Arguments& arguments) {
-  const std::u16string label = Utf16(arguments.Rest());
+  const std::u16string label = Utf16(arguments.Rest().value_or(""));
   if (label.empty()) return std::nullopt;
   return Do([label](Execution& execution) { ChooseLabel(execution, label); });
 }
@@ -191,7 +192,7 @@ Parsed ParseState(Arguments&) {
 }
 
 Parsed ShowPicture(Arguments& arguments, phone::ScreenImage (*look)()) {
-  const std::string file(arguments.Rest());
+  const std::string file(arguments.Rest().value_or(""));
   if (file.empty()) return std::nullopt;
   return Show([file, look](Execution& execution, Reply&) {
     if (!WritePicture(look(), file)) execution.error = "the picture cannot be written";
