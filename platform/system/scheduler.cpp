@@ -61,14 +61,14 @@ const Thread* EarliestSleeper(std::uint32_t now) {
 }
 
 /// Moves a manual clock to the earliest deadline when every thread waits and none can run. With a baton, "every" is
-/// given by nobody holding it.
-void MoveClock(SchedulerLock& lock) {
-  if (scheduler.moving_clock || !scheduler.host->ClockIsManual()) return;
+/// given by nobody holding it. True when it was moved; others may have run, waited and ended in the meantime.
+bool MoveClock(SchedulerLock& lock) {
+  if (scheduler.moving_clock || !scheduler.host->ClockIsManual()) return false;
   const std::uint32_t now = scheduler.host->TickCount();
   for (const Thread& thread : scheduler.threads)
-    if (!thread.waiting || thread.yielding || CanRun(thread, now)) return;
+    if (!thread.waiting || thread.yielding || CanRun(thread, now)) return false;
   const Thread* const earliest = EarliestSleeper(now);
-  if (!earliest) return;
+  if (!earliest) return false;
   const std::uint32_t tick = *earliest->deadline;
   scheduler.moving_clock = true;
   lock.unlock();
@@ -76,6 +76,7 @@ void MoveClock(SchedulerLock& lock) {
   lock.lock();
   scheduler.moving_clock = false;
   scheduler.changed.notify_all();
+  return true;
 }
 
 /// Hands the free baton to the oldest thread that can run, and to a yielding one after all others.
@@ -113,12 +114,10 @@ void AwaitTurn(SchedulerLock& lock, Thread& thread) {
   if (scheduler.holder == &thread) scheduler.holder = nullptr;
   PassBaton();
   while (!HasTurn(thread)) {
-    if (!scheduler.holder) {
-      MoveClock(lock);
-      PassBaton();
-      if (HasTurn(thread)) break;
-    }
-    Rest(lock, thread);
+    const bool moved = !scheduler.holder && MoveClock(lock);
+    PassBaton();
+    // After a move all is looked at again: who ended meanwhile has told before this thread could rest.
+    if (!moved && !HasTurn(thread)) Rest(lock, thread);
   }
   thread.waiting = false;
 }

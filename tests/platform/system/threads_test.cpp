@@ -2,6 +2,7 @@
 #include <chrono>
 #include <functional>
 #include <string>
+#include <thread>
 
 #include "system_fixture.h"
 
@@ -37,6 +38,16 @@ class RealHost : public TestHost {
     return 1 + static_cast<std::uint32_t>(duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
   }
   bool ClockIsManual() const override { return false; }
+};
+
+/// A clock that is slow to move: whoever waited for the new time has ended before it is back.
+class SlowHost : public TestHost {
+ public:
+  void MoveClockTo(std::uint32_t to) override {
+    tick = to;
+    phone::NotifyScheduler();
+    while (phone::WorkerRuns()) std::this_thread::yield();
+  }
 };
 
 TEST_F(Threads, TakeTurnsOldestFirstAndTheClockMovesOnlyWhenNothingElseHelps) {
@@ -144,6 +155,17 @@ TEST_F(Threads, FreeThreadsShareAManualClock) {
   Sleep(500);
   EXPECT_EQ(done, 4);
   EXPECT_GE(host.tick - begin, 500u);
+}
+
+TEST_F(Threads, TheLastOfThemEndsWhileTheClockMoves) {
+  SlowHost slow;
+  Restart(slow, false);
+  Work work = [&] { Sleep(10); };
+  Start(work);
+  phone::LetThreadsRun();
+  Sleep(50);
+  EXPECT_EQ(slow.tick, 1050u);
+  Restart(host, false);
 }
 
 TEST_F(Threads, SleepForRealOnARealClock) {
