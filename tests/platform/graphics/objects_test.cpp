@@ -23,8 +23,8 @@ TEST(DibSection, RefusesAbsurdSizes) {
 }
 
 TEST(Objects, LiveInTheContextAfterTheyAreDeleted) {
+  Canvas seen(40, 40);  // makes what every context has selected at first
   const std::size_t handles = phone::OpenHandles();
-  Canvas seen(40, 40);
   const HDC dc = CreateCompatibleDC(seen.dc);
   const HBITMAP bitmap = CreateCompatibleBitmap(dc, 40, 40);
   const HGDIOBJ first = SelectObject(dc, bitmap);
@@ -46,7 +46,7 @@ TEST(Objects, LiveInTheContextAfterTheyAreDeleted) {
   EXPECT_EQ(static_cast<HGDIOBJ>(bitmap), SelectObject(dc, first));
   EXPECT_TRUE(DeleteDC(dc));
   EXPECT_FALSE(DeleteDC(dc));
-  EXPECT_EQ(handles + 2, phone::OpenHandles());
+  EXPECT_EQ(handles, phone::OpenHandles());
 }
 
 TEST(Objects, FontsOfOneRequestShareAHandle) {
