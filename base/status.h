@@ -5,8 +5,8 @@
 #include <winerror.h>
 
 /// Ends the operation with the step's status if that is a failure.
-#define RETURN_IF_FAILED(step)                                   \
-  do {                                                           \
+#define RETURN_IF_FAILED(step)                                           \
+  do {                                                                   \
     if (const HRESULT status_ = (step); FAILED(status_)) return status_; \
   } while (false)
 

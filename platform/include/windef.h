@@ -60,10 +60,11 @@ using HMODULE = HINSTANCE;
 
 #define INVALID_HANDLE_VALUE (reinterpret_cast<HANDLE>(static_cast<LPARAM>(-1)))
 
-#define LOWORD(value) (static_cast<WORD>((value) & 0xFFFF))
+#define LOWORD(value) (static_cast<WORD>((value)&0xFFFF))
 #define HIWORD(value) (static_cast<WORD>((static_cast<DWORD>(value) >> 16) & 0xFFFF))
-#define MAKELPARAM(low, high) \
-  (static_cast<LPARAM>(static_cast<DWORD>(static_cast<WORD>(low)) | (static_cast<DWORD>(static_cast<WORD>(high)) << 16)))
+#define MAKELPARAM(low, high)                                       \
+  (static_cast<LPARAM>(static_cast<DWORD>(static_cast<WORD>(low)) | \
+                       (static_cast<DWORD>(static_cast<WORD>(high)) << 16)))
 
 struct RECT {
   LONG left;

@@ -36,7 +36,8 @@
 #define ERROR_ALREADY_EXISTS 183u
 #define ERROR_FILENAME_EXCED_RANGE 206u
 
-/// The HRESULT of an error of the platform: 0x80070000 with the error's low 16 bits; zero and negative values as they are.
+/// The HRESULT of an error of the platform: 0x80070000 with the error's low 16 bits; zero and negative values as they
+/// are.
 inline constexpr HRESULT HRESULT_FROM_WIN32(DWORD error) noexcept {
   return static_cast<HRESULT>(error) <= 0 ? static_cast<HRESULT>(error)
                                           : static_cast<HRESULT>((error & 0xFFFFu) | 0x80070000u);
