@@ -12,20 +12,18 @@
 
 namespace phone {
 
-#define PHONE_OPERATIONS(X)                                                                                           \
-  X(RegisterClassW)                                                                                                   \
-  X(CreateWindowExW)                                                                                                  \
-  X(LoadStringW)                                                                                                      \
-  X(SHCreateMenuBar)                                                                                                  \
-  X(CreateCompatibleDC)                                                                                               \
-  X(CreateCompatibleBitmap)                                                                                           \
-  X(CreateDIBSection) X(BitBlt) X(StretchBlt) X(AlphaBlend) X(CreateFontIndirectW) X(GetModuleFileNameW)              \
-      X(SHGetSpecialFolderPath) X(RegistryGetString) X(RegistrySetString) X(FindFirstFileW) X(FindNextFileW)          \
-          X(DeleteFileW) X(CreateDirectoryW) X(_wfopen) X(fread) X(fwrite) X(fclose) X(rename) X(CoInitializeEx)      \
-              X(CoCreateInstance) X(load) X(loadXML) X(save) X(get_childNodes) X(get_length) X(get_item)              \
-                  X(get_nodeName) X(get_attributes) X(get_text) X(put_text) X(get_xml) X(get_firstChild) X(cloneNode) \
-                      X(appendChild) X(CreateImageFromFile) X(GetImageInfo) X(CreateBitmapFromImage) X(LockBits)      \
-                          X(CreateThread) X(ShellExecuteEx)
+// The formatter indents every line of this list further than the one before.
+// clang-format off
+#define PHONE_OPERATIONS(X) \
+  X(RegisterClassW) X(CreateWindowExW) X(LoadStringW) X(SHCreateMenuBar) X(CreateCompatibleDC) \
+  X(CreateCompatibleBitmap) X(CreateDIBSection) X(BitBlt) X(StretchBlt) X(AlphaBlend) X(CreateFontIndirectW) \
+  X(GetModuleFileNameW) X(SHGetSpecialFolderPath) X(RegistryGetString) X(RegistrySetString) X(FindFirstFileW) \
+  X(FindNextFileW) X(DeleteFileW) X(CreateDirectoryW) X(_wfopen) X(fread) X(fwrite) X(fclose) X(rename) \
+  X(CoInitializeEx) X(CoCreateInstance) X(load) X(loadXML) X(save) X(get_childNodes) X(get_length) X(get_item) \
+  X(get_nodeName) X(get_attributes) X(get_text) X(put_text) X(get_xml) X(get_firstChild) X(cloneNode) \
+  X(appendChild) X(CreateImageFromFile) X(GetImageInfo) X(CreateBitmapFromImage) X(LockBits) X(CreateThread) \
+  X(ShellExecuteEx)
+// clang-format on
 
 /// `Allocation` is `new` in scripts: an allocation of the program, made with std::nothrow.
 enum class Operation : std::uint8_t {
