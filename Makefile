@@ -9,7 +9,7 @@ RUN_PACKAGES := fonts-dejavu-core fonts-noto-core fonts-noto-cjk fonts-noto-colo
 TEST_PACKAGES := libgtest-dev
 LINT_PACKAGES := clang-format clang-tidy
 
-.PHONY: help build run test tour lint format asan tsan install clean
+.PHONY: help build run test trials tour lint format asan tsan install clean
 
 help: ## list these targets
 	@grep -hE '^[a-z]+:.*##' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## /  make \1|/' | column -t -s '|'
@@ -38,6 +38,9 @@ endef
 
 test: ## build and run every test
 	$(call run_tests,release)
+
+trials: test ## the trials whole: killed 300 times, disks that fill up, threads at random
+	$(BUILD)/trials/trial_kills --rounds 300
 
 asan: ## every test under the address, leak and undefined-behaviour sanitizers
 	$(call run_tests,asan)

@@ -102,6 +102,10 @@ std::string ScriptedPhone::ReadLine() {
   return line;
 }
 
+void ScriptedPhone::Kill() {
+  kill(process_, SIGKILL);
+}
+
 int ScriptedPhone::End() {
   close(script_);
   // Whatever it still says is taken, so that it never waits for this end.

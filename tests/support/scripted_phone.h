@@ -39,6 +39,8 @@ class ScriptedPhone {
 
   /// Sends a line without waiting for a reply.
   void Send(const std::string& line);
+  /// Ends the process this very moment; End then gives the signal.
+  void Kill();
   /// Ends the script and gives the exit status; 128 and more for a signal.
   int End();
 
