@@ -4,11 +4,14 @@
 
 #include <string_view>
 
-#include "hosts/headless/arguments.h"
+#include "hosts/script/arguments.h"
 #include "system/faults.h"
 
 namespace headless {
 namespace {
+
+using script::Fault;
+using script::ParseNumber;
 
 constexpr std::uint64_t kLargestTick = 0xFFFFFFFF;
 constexpr std::uint64_t kLargestSide = 4096;

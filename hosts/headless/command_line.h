@@ -6,15 +6,15 @@
 #include <string>
 #include <vector>
 
-#include "hosts/headless/command.h"
 #include "hosts/program.h"
+#include "hosts/script/command.h"
 
 namespace headless {
 
 struct CommandLine {
   hosts::Settings settings;
-  std::uint32_t tick = 1000;  ///< the clock's first value
-  std::vector<Fault> faults;  ///< what is to fail while the program starts
+  std::uint32_t tick = 1000;          ///< the clock's first value
+  std::vector<script::Fault> faults;  ///< what is to fail while the program starts
   bool help = false;
   bool version = false;
 };

@@ -16,7 +16,7 @@ headless::ScriptedHost* g_host = nullptr;
 const headless::CommandLine* g_command_line = nullptr;
 
 int WINAPI StartProgram(HINSTANCE instance, HINSTANCE previous, LPWSTR command_line, int show) {
-  for (const headless::Fault& fault : g_command_line->faults) headless::Inject(fault);
+  for (const script::Fault& fault : g_command_line->faults) script::Inject(fault);
   const int exit_code = hosts::ProgramEntry()(instance, previous, command_line, show);
   g_host->EndProgram(exit_code);
   return exit_code;

@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "hosts/headless/command.h"
 #include "hosts/headless/script.h"
+#include "hosts/script/performer.h"
 
 namespace headless {
 
@@ -28,10 +28,10 @@ class ScriptedHost : public phone::Host {
   /// The line that could not be understood; nothing when all could.
   const std::optional<Line>& Refused() const { return refused_; }
 
-  std::uint32_t TickCount() override { return clock_.Now(); }
+  std::uint32_t TickCount() override { return performer_.clock().Now(); }
   bool ClockIsManual() const override { return true; }
-  void MoveClockTo(std::uint32_t tick) override { clock_.MoveTo(tick); }
-  bool FrameIsDue() override;
+  void MoveClockTo(std::uint32_t tick) override { performer_.clock().MoveTo(tick); }
+  bool FrameIsDue() override { return performer_.FrameIsDue(); }
   void WaitForInput(bool waiting_for_frame) override;
   void Wake() override { script_.Wake(); }
   void Present(const phone::ScreenImage&) override {}
@@ -41,26 +41,14 @@ class ScriptedHost : public phone::Host {
   bool OpenDocument(const std::string& program, const std::string& document) override;
 
  private:
-  struct Running {
-    Command command;
-    Execution execution;
-    std::uint64_t frames_before;
-  };
-
-  /// Reads on to the next command. False when the script was interrupted or has ended.
-  bool BeginNext();
-  void TakeStep();
-  Reply Describe();
-  void Answer(const Reply& reply);
+  /// Reads on to the next command; nothing when the script was interrupted or has ended.
+  std::optional<script::Command> ReadCommand();
+  void Answer(const script::Reply& reply);
 
   Script& script_;
   std::ostream& replies_;
-  ManualClock clock_;
-  std::optional<Ending> ending_;
-  std::optional<Running> running_;
-  std::optional<Reply> held_;
-  bool frame_allowed_ = true;
-  std::uint64_t frames_seen_ = 0;
+  script::Performer performer_;
+  std::optional<script::Reply> held_;
   bool script_ended_ = false;
   std::optional<Line> refused_;
 };

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace headless {
+namespace script {
 
 /// Hands out the words of a line one by one. Words are divided by blanks.
 class Arguments {
@@ -36,4 +36,4 @@ class Arguments {
 /// A decimal number within the bounds, nothing around it.
 std::optional<std::uint64_t> ParseNumber(std::string_view text, std::uint64_t least, std::uint64_t most);
 
-}  // namespace headless
+}  // namespace script

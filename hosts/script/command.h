@@ -13,7 +13,7 @@
 
 #include "phone.h"
 
-namespace headless {
+namespace script {
 
 /// Fields stand in the order in which they were put in.
 using Reply = nlohmann::ordered_json;
@@ -30,6 +30,23 @@ class ManualClock {
   std::atomic<std::uint32_t> tick_;
 };
 
+/// When frames of the program are painted: at most one a step, and only asked for ones when told so.
+class Frames {
+ public:
+  bool MayPaint() const { return allowed_ && phone::FramesPainted() == painted_; }
+  void BeginStep();
+  /// The running step paints.
+  void Ask() { allowed_ = true; }
+  void Close() { allowed_ = false; }
+  /// From now on, the running step included.
+  void PaintOnlyWhenAsked(bool only);
+
+ private:
+  bool allowed_ = true;
+  bool only_asked_ = false;
+  std::uint64_t painted_ = 0;  ///< frames at the beginning of the step
+};
+
 /// How the program has ended, and the last look at the phone.
 struct Ending {
   int exit_code;
@@ -44,6 +61,7 @@ using Step = std::function<void(Execution&)>;
 /// A command being carried out.
 struct Execution {
   ManualClock& clock;
+  Frames& frames;
   const std::optional<Ending>& ending;
   std::deque<Step> steps;  ///< still to be done; a step may add more
   std::string error;       ///< why the command could not be done; empty when it could
@@ -53,10 +71,13 @@ struct Command {
   std::deque<Step> steps;
   /// Adds to the reply once the steps are done; may fail, too.
   std::function<void(Execution&, Reply&)> report;
-  bool after_end = false;  ///< makes sense also when the program has ended
+  bool after_end = false;   ///< makes sense also when the program has ended
+  bool reply_only = false;  ///< is there for its reply
 };
 
-/// Understands a line that is neither blank nor a comment; nothing when it cannot be understood.
+/// True for a blank line and for a comment.
+bool SaysNothing(std::string_view line);
+/// Understands a line that says something; nothing when it cannot be understood.
 std::optional<Command> ParseCommand(std::string_view line);
 
 /// Asks for an operation to fail as in `OPERATION COUNT AFTER`.
@@ -69,4 +90,4 @@ struct Fault {
 /// False when there is no such operation.
 bool Inject(const Fault& fault);
 
-}  // namespace headless
+}  // namespace script

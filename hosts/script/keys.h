@@ -8,7 +8,7 @@
 
 #include "windows.h"
 
-namespace headless {
+namespace script {
 
 struct Key {
   UINT code = 0;         ///< virtual-key code; 0 for a character
@@ -21,4 +21,4 @@ std::optional<Key> KeyByName(std::string_view name);
 void Press(const Key& key);
 void Release(const Key& key);
 
-}  // namespace headless
+}  // namespace script

@@ -2,15 +2,15 @@
 #include <iterator>
 
 #include "graphics/trace.h"
-#include "hosts/headless/arguments.h"
-#include "hosts/headless/command.h"
-#include "hosts/headless/keys.h"
-#include "hosts/headless/picture.h"
-#include "hosts/headless/reply.h"
+#include "hosts/script/arguments.h"
+#include "hosts/script/command.h"
+#include "hosts/script/keys.h"
+#include "hosts/script/picture.h"
+#include "hosts/script/reply.h"
 #include "system/faults.h"
 #include "system/text.h"
 
-namespace headless {
+namespace script {
 namespace {
 
 using Parsed = std::optional<Command>;
@@ -31,6 +31,11 @@ Parsed Do(Step act) {
 Parsed Show(std::function<void(Execution&, Reply&)> report) {
   Parsed command = Do([](Execution&) {});
   command->report = std::move(report);
+  return command;
+}
+
+Parsed ForItsReply(Parsed command) {
+  if (command) command->reply_only = true;
   return command;
 }
 
@@ -140,11 +145,21 @@ Parsed ParseResize(Arguments& arguments) {
 }
 
 Parsed ParsePaint(Arguments&) {
-  return Do([](Execution&) {});
+  return Do([](Execution& execution) { execution.frames.Ask(); });
 }
 
 Parsed ParseRepaint(Arguments&) {
-  return Do([](Execution&) { phone::InvalidateAll(); });
+  return Do([](Execution& execution) {
+    phone::InvalidateAll();
+    execution.frames.Ask();
+  });
+}
+
+Parsed ParseFrames(Arguments& arguments) {
+  const std::string_view name = arguments.Word();
+  if (name != "asked" && name != "auto") return std::nullopt;
+  const bool only_asked = name == "asked";
+  return Do([only_asked](Execution& execution) { execution.frames.PaintOnlyWhenAsked(only_asked); });
 }
 
 Parsed ParseQuit(Arguments&) {
@@ -188,7 +203,7 @@ Parsed ParseWait(Arguments& arguments) {
 Parsed ParseState(Arguments&) {
   Parsed command = Show(DescribeState);
   command->after_end = true;
-  return command;
+  return ForItsReply(command);
 }
 
 Parsed ShowPicture(Arguments& arguments, phone::ScreenImage (*look)()) {
@@ -207,20 +222,29 @@ Parsed ParseClient(Arguments& arguments) {
   return ShowPicture(arguments, phone::Client);
 }
 
+/// Compares instead of telling, so that a script can say what it expects.
+Parsed ParseLooks(Arguments& arguments) {
+  const std::string_view word = arguments.Word();
+  if (word.empty()) return std::nullopt;
+  return Show([expected = std::string(word)](Execution& execution, Reply&) {
+    if (PictureChecksum(phone::Screen()) != expected) execution.error = "the screen looks different";
+  });
+}
+
 Parsed ParseTrace(Arguments& arguments) {
   const std::string_view name = arguments.Word();
   if (name != "on" && name != "off") return std::nullopt;
   const bool on = name == "on";
-  return Do([on](Execution&) { phone::EnableTrace(on); });
+  return ForItsReply(Do([on](Execution&) { phone::EnableTrace(on); }));
 }
 
 // --- The registry ---
 
 Parsed GetRegistry(const std::u16string& key, const std::u16string& value) {
-  return Show([key, value](Execution&, Reply& reply) {
+  return ForItsReply(Show([key, value](Execution&, Reply& reply) {
     const std::optional<std::u16string> text = phone::RegistryGet(key, value);
     reply["text"] = text ? Reply(phone::ToUtf8Lossy(*text)) : Reply(nullptr);
-  });
+  }));
 }
 
 Parsed SetRegistry(const std::u16string& key, const std::u16string& value, const std::u16string& text) {
@@ -274,12 +298,28 @@ constexpr Row kCommands[] = {
     {"hotkey", ParseHotKey},   {"focus", ParseFocus},       {"resize", ParseResize}, {"wait", ParseWait},
     {"paint", ParsePaint},     {"repaint", ParseRepaint},   {"state", ParseState},   {"shot", ParseShot},
     {"client", ParseClient},   {"registry", ParseRegistry}, {"fail", ParseFail},     {"trace", ParseTrace},
-    {"quit", ParseQuit},
+    {"frames", ParseFrames},   {"looks", ParseLooks},       {"quit", ParseQuit},
 };
 
 }  // namespace
 
+void Frames::BeginStep() {
+  allowed_ = !only_asked_;
+  painted_ = phone::FramesPainted();
+}
+
+void Frames::PaintOnlyWhenAsked(bool only) {
+  only_asked_ = only;
+  allowed_ = !only;
+}
+
+bool SaysNothing(std::string_view line) {
+  const std::size_t first = line.find_first_not_of(" \t");
+  return first == std::string_view::npos || line[first] == '#';
+}
+
 std::optional<Command> ParseCommand(std::string_view line) {
+  if (!phone::ToUtf16(line)) return std::nullopt;
   Arguments arguments(line);
   const std::string_view name = arguments.Word();
   const auto* const row = std::find_if(std::begin(kCommands), std::end(kCommands),
@@ -295,4 +335,4 @@ bool Inject(const Fault& fault) {
   return operation.has_value();
 }
 
-}  // namespace headless
+}  // namespace script

@@ -1,11 +1,12 @@
-#include "hosts/headless/picture.h"
+#include "hosts/script/picture.h"
 
 #include <png.h>
+#include <zlib.h>
 
-#include <cstdint>
+#include <cstdio>
 #include <vector>
 
-namespace headless {
+namespace script {
 namespace {
 
 std::vector<std::uint8_t> RedGreenBlue(const phone::ScreenImage& screen) {
@@ -33,4 +34,15 @@ bool WritePicture(const phone::ScreenImage& screen, const std::string& file) {
   return png_image_write_to_file(&image, file.c_str(), 0, bytes.data(), 0, nullptr) != 0;
 }
 
-}  // namespace headless
+std::string Hexadecimal(std::uint32_t number) {
+  char digits[9];
+  std::snprintf(digits, sizeof digits, "%08x", number);
+  return digits;
+}
+
+std::string PictureChecksum(const phone::ScreenImage& screen) {
+  const std::vector<std::uint8_t> bytes = RedGreenBlue(screen);
+  return Hexadecimal(static_cast<std::uint32_t>(crc32_z(crc32_z(0, nullptr, 0), bytes.data(), bytes.size())));
+}
+
+}  // namespace script

@@ -1,14 +1,14 @@
-#include "hosts/headless/keys.h"
+#include "hosts/script/keys.h"
 
 #include <algorithm>
 #include <iterator>
 
 #include "aygshell.h"
-#include "hosts/headless/arguments.h"
+#include "hosts/script/arguments.h"
 #include "phone.h"
 #include "system/text.h"
 
-namespace headless {
+namespace script {
 namespace {
 
 struct NamedKey {
@@ -52,4 +52,4 @@ void Release(const Key& key) {
   if (key.code) phone::ReleaseKey(key.code);
 }
 
-}  // namespace headless
+}  // namespace script

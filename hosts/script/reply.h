@@ -2,9 +2,9 @@
 /// What the replies tell of the phone.
 #pragma once
 
-#include "hosts/headless/command.h"
+#include "hosts/script/command.h"
 
-namespace headless {
+namespace script {
 
 /// What a person could see or hear, and what the program has done so far.
 void DescribeState(Execution& execution, Reply& reply);
@@ -12,4 +12,4 @@ void DescribeState(Execution& execution, Reply& reply);
 /// What the last frame drew, call by call.
 Reply DescribeDrawing();
 
-}  // namespace headless
+}  // namespace script

@@ -1,12 +1,11 @@
-#include "hosts/headless/reply.h"
-
-#include <cstdio>
+#include "hosts/script/reply.h"
 
 #include "graphics/trace.h"
+#include "hosts/script/picture.h"
 #include "system/faults.h"
 #include "system/text.h"
 
-namespace headless {
+namespace script {
 namespace {
 
 using phone::DrawKind;
@@ -93,12 +92,6 @@ void DescribeText(const DrawRecord& record, Reply& reply) {
   reply["format"] = record.format;
 }
 
-std::string Hexadecimal(std::uint32_t number) {
-  char digits[9];
-  std::snprintf(digits, sizeof digits, "%08x", number);
-  return digits;
-}
-
 void DescribeBlit(const DrawRecord& record, Reply& reply) {
   const RECT& rect = record.rect;
   reply["from"] = record.from;
@@ -155,4 +148,4 @@ Reply DescribeDrawing() {
   return List(phone::TraceRecords(), DescribeRecord);
 }
 
-}  // namespace headless
+}  // namespace script

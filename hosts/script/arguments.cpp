@@ -1,10 +1,10 @@
-#include "hosts/headless/arguments.h"
+#include "hosts/script/arguments.h"
 
 #include <algorithm>
 #include <charconv>
 #include <utility>
 
-namespace headless {
+namespace script {
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
@@ -63,4 +63,4 @@ std::optional<std::uint64_t> ParseNumber(std::string_view text, std::uint64_t le
   return number;
 }
 
-}  // namespace headless
+}  // namespace script

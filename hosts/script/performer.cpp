@@ -1,0 +1,46 @@
+#include "hosts/script/performer.h"
+
+#include <utility>
+
+#include "graphics/trace.h"
+#include "hosts/script/reply.h"
+
+namespace script {
+
+void Performer::Begin(Command command) {
+  Execution execution{clock_, frames_, ending_, std::move(command.steps), {}};
+  running_.emplace(Taken{std::move(command), std::move(execution), phone::FramesPainted()});
+}
+
+void Performer::TakeStep() {
+  Execution& execution = running_->execution;
+  const Step step = std::move(execution.steps.front());
+  execution.steps.pop_front();
+  frames_.BeginStep();
+  step(execution);
+}
+
+Reply Performer::Finish() {
+  Execution& execution = running_->execution;
+  Reply reply = {{"ok", true}};
+  if (running_->command.report && execution.error.empty()) running_->command.report(execution, reply);
+  if (!execution.error.empty()) reply = {{"ok", false}, {"error", execution.error}};
+  const std::uint64_t frames = phone::FramesPainted() - running_->frames_before;
+  reply["painted"] = frames > 0;
+  reply["frames"] = frames;
+  if (frames > 0 && phone::TraceEnabled()) reply["ops"] = DescribeDrawing();
+  running_.reset();
+  return reply;
+}
+
+Reply Performer::PerformAfterEnd() {
+  Execution& execution = running_->execution;
+  if (running_->command.after_end) {
+    for (const Step& step : execution.steps) step(execution);
+  } else {
+    execution.error = "the program has ended";
+  }
+  return Finish();
+}
+
+}  // namespace script
