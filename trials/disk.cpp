@@ -1,0 +1,193 @@
+/// \file
+/// The program on a real disk that fills up, that has room for no further file, or that turns read-only under it.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <map>
+
+#include "small_disk.h"
+#include "support/scripted_phone.h"
+
+namespace {
+
+using Lines = std::vector<std::string>;
+using Files = std::map<std::string, std::string>;
+
+constexpr const char* kSaveFailed = "There was an error saving theme. Please try again";
+constexpr const char* kThemeNotDeleted = "Selected theme couldn't be deleted!";
+constexpr const char* kFavouriteNotDeleted = "Selected plugin couldn't be deleted!";
+constexpr int kPlugins = 300;   // some pages of a layout file
+constexpr int kMostPages = 12;  // enough for whatever the program writes
+
+/// Something that a person does to a file, and what becomes of the file.
+struct Deed {
+  const char* name;
+  Lines way;          ///< from the list of layouts to the last step
+  Lines last;         ///< the step that writes, where it can be done again after it has failed
+  Lines afterwards;   ///< after it has succeeded
+  std::string file;   ///< below the phone folder
+  std::string holds;  ///< what the file holds once it has succeeded
+  const char* says;   ///< the box after a failure; nullptr for none
+};
+
+const std::vector<Deed>& Deeds() {
+  static const std::vector<Deed> deeds = {
+      {"save over the old layout",
+       {"key action", "softkey left", "menu Save as", "type  II"},
+       {"softkey left", "answer yes"},
+       {"answer no"},
+       "Application Data/Home/beta.home.xml",
+       "Beta II</title>",
+       kSaveFailed},
+      {"save a new layout",
+       {"key action", "softkey left", "menu Save as", "key down", "key home", "type new"},
+       {"softkey left"},
+       {"answer no"},
+       "Application Data/Home/newbeta.home.xml",
+       "name=\"plug-in 299\"",
+       kSaveFailed},
+      {"keep a favourite",
+       {"key action", "softkey left", "menu Add to favorites"},
+       {"softkey left"},
+       {},
+       "Program Files/Quillmark/Plugins/plug-in 0.plg",
+       std::string("p\0l\0u\0g", 7),
+       nullptr},
+      {"apply a layout",
+       {"key down", "wait 600"},
+       {"softkey left", "menu Apply", "wait 3000"},
+       {},
+       "registry.reg",
+       "gamma.home.xml",
+       nullptr},
+  };
+  return deeds;
+}
+
+Files FilesOf(const PhoneFolder& folder) {
+  Files files;
+  for (const std::string& file : FilesBelow(folder.path())) files[file] = ReadFile(folder.path() / file);
+  return files;
+}
+
+class DiskTrial : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (!disk.Refusal().empty()) GTEST_SKIP() << disk.Refusal();
+    setenv("TMPDIR", disk.path().c_str(), 1);
+  }
+  void TearDown() override { unsetenv("TMPDIR"); }
+
+  /// A phone on the small disk.
+  struct DiskPhone : PhoneFolder {
+    DiskPhone() {
+      Lines plugins;
+      for (int i = 0; i < kPlugins; ++i) plugins.push_back("plug-in " + std::to_string(i));
+      AddLayout("alpha", "Alpha", {});
+      AddLayout("beta", "Beta", plugins);
+      AddLayout("gamma", "Gamma", {});
+      UseLayout("beta");
+      AddFavorite("Harbour", u"<plugin clsid=\"{H}\" name=\"Harbour\"/>");
+    }
+  };
+
+  /// Does the last step of a deed; true when it has succeeded. All files are as they were otherwise, and a person is
+  /// told where the program tells.
+  static bool Try(const Deed& deed, const PhoneFolder& folder, ScriptedPhone& phone) {
+    const Files before = FilesOf(folder);
+    phone.Play(deed.last);
+    const auto box = phone.State()["box"];
+    Files after = FilesOf(folder);
+    const bool done = after[deed.file].find(deed.holds) != std::string::npos;
+    if (done) {
+      phone.Play(deed.afterwards);
+    } else {
+      EXPECT_EQ(FilesOf(folder), before);
+      EXPECT_EQ(box.is_null() ? "" : box["text"], deed.says ? deed.says : "");
+      if (!box.is_null()) phone.Play({"answer ok"});
+    }
+    after = FilesOf(folder);
+    for (const auto& [name, content] : before) {
+      if (name == deed.file) continue;
+      EXPECT_EQ(after[name], content) << name;
+    }
+    return done;
+  }
+
+  SmallDisk disk;
+};
+
+TEST_F(DiskTrial, AFullDiskCostsNothingButTheStepThatFilledIt) {
+  for (const Deed& deed : Deeds()) {
+    int failures = 0;
+    bool done = false;
+    for (int pages = 0; pages <= kMostPages && !done; ++pages) {
+      SCOPED_TRACE(std::string(deed.name) + " with " + std::to_string(pages) + " pages left");
+      const DiskPhone folder;
+      ScriptedPhone phone(folder);
+      phone.Play(deed.way);
+      disk.Fill(pages);
+      done = Try(deed, folder, phone);
+      failures += done ? 0 : 1;
+      disk.Empty();
+      EXPECT_TRUE(done || Try(deed, folder, phone)) << "with room again it works";
+      EXPECT_EQ(phone.End(), 0);
+    }
+    EXPECT_GE(failures, 1) << deed.name;
+    EXPECT_TRUE(done) << deed.name;
+    std::cout << deed.name << ": failed with up to " << failures - 1 << " pages left\n";
+  }
+}
+
+TEST_F(DiskTrial, ADiskWithRoomForNoFurtherFileCostsNothing) {
+  for (const Deed& deed : Deeds()) {
+    SCOPED_TRACE(deed.name);
+    const DiskPhone folder;
+    ScriptedPhone phone(folder);
+    phone.Play(deed.way);
+    disk.AllowNoMoreFiles();
+    EXPECT_FALSE(Try(deed, folder, phone));
+    disk.Empty();
+    EXPECT_TRUE(Try(deed, folder, phone));
+    EXPECT_EQ(phone.End(), 0);
+  }
+}
+
+TEST_F(DiskTrial, ADiskThatTurnsReadOnlyIsReadOnAndWrittenToAgainLater) {
+  for (const Deed& deed : Deeds()) {
+    SCOPED_TRACE(deed.name);
+    const DiskPhone folder;
+    ScriptedPhone phone(folder);
+    phone.Play(deed.way);
+    disk.SetReadOnly(true);
+    EXPECT_FALSE(Try(deed, folder, phone));
+    disk.SetReadOnly(false);
+    EXPECT_TRUE(Try(deed, folder, phone));
+    EXPECT_EQ(phone.End(), 0);
+  }
+}
+
+TEST_F(DiskTrial, NothingIsDeletedOnAReadOnlyDiskAndTheProgramStartsOnIt) {
+  const DiskPhone folder;
+  const Files before = FilesOf(folder);
+  disk.SetReadOnly(true);
+  {
+    ScriptedPhone phone(folder);
+    EXPECT_EQ(phone.Rows(), (Lines{"Alpha", "Beta", "Gamma"}));
+    phone.Menu("Delete");
+    EXPECT_EQ(phone.Play({"answer yes", "state"})["box"]["text"], kThemeNotDeleted);
+    phone.Play({"answer ok", "wait 600"});
+    EXPECT_EQ(phone.Rows(), (Lines{"Alpha", "Beta", "Gamma"}));
+    phone.Play({"key action"});
+    phone.Menu("Add new plugin");
+    phone.Menu("Delete");
+    EXPECT_EQ(phone.Play({"answer yes", "state"})["box"]["text"], kFavouriteNotDeleted);
+    phone.Play({"answer ok", "wait 600"});
+    EXPECT_EQ(phone.Rows(), Lines{"Harbour"});
+    EXPECT_EQ(phone.End(), 0);
+  }
+  EXPECT_EQ(FilesOf(folder), before);
+  disk.SetReadOnly(false);
+}
+
+}  // namespace
