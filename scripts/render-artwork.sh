@@ -1,6 +1,7 @@
 #!/bin/sh
-# Renders every SVG of the artwork: a PNG beside each picture the program loads, and the icon group of the program.
-# Needs rsvg-convert (librsvg2-bin), netpbm, icotool (icoutils) and the DejaVu fonts. What it makes is committed.
+# Renders every SVG of the artwork: a PNG beside each picture the program loads, the icon group of the program, and the
+# desktop's icons in GFX/icons. Needs rsvg-convert (librsvg2-bin), netpbm, icotool (icoutils) and the DejaVu fonts
+# (`make artwork` brings them). What it makes is committed.
 set -eu
 
 cd "$(dirname "$0")/../GFX"
@@ -8,20 +9,28 @@ scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
 # Pictures that cover what is under them carry no alpha channel, so that the phone copies them instead of blending.
-for picture in bg pBottom about aboutL; do
+for picture in bg about aboutL; do
   rsvg-convert "$picture.svg" | pngtopam -quiet | pnmtopng -quiet -force -compression 9 > "$picture.png"
 done
-for picture in pTop pItem pItemSelect pScroll; do
+for picture in pTop pBottom pItem pItemSelect pScroll; do
   rsvg-convert "$picture.svg" --output "$picture.png"
 done
 
-for size in 16 24 32; do
-  rsvg-convert --width "$size" --height "$size" icon-small.svg --output "$scratch/$size.png"
+# render_icon SIZE FILE: below 48 pixels from the drawing with fewer strokes.
+render_icon() {
+  source=icon.svg
+  if [ "$1" -lt 48 ]; then source=icon-small.svg; fi
+  rsvg-convert --width "$1" --height "$1" "$source" --output "$2"
+}
+
+mkdir -p icons
+for size in 16 22 24 32 48 64 128 256 512; do
+  render_icon "$size" "icons/$size.png"
 done
-for size in 48 64 96 128 256; do
-  rsvg-convert --width "$size" --height "$size" icon.svg --output "$scratch/$size.png"
+
+for size in 16 24 32 48 64 96 128 256; do
+  render_icon "$size" "$scratch/$size.png"
 done
+icon=$PWD/../screens/quillmark.ico
 cd "$scratch"
-icotool --create --output icon.ico 16.png 24.png 32.png 48.png 64.png 96.png 128.png --raw=256.png
-cd - > /dev/null
-cp "$scratch/icon.ico" ../screens/quillmark.ico
+icotool --create --output "$icon" 16.png 24.png 32.png 48.png 64.png 96.png 128.png --raw=256.png

@@ -12,6 +12,7 @@ namespace {
 using namespace style;
 
 constexpr UINT kIconMask = 0x00F0;  ///< the bits of a style that name the icon
+constexpr int kWarningDrop = 4;     // px: a triangle's weight lies below its middle
 constexpr LineStyle kIconStyle = {.height = 22, .weight = 700, .color = kDarkText};
 
 bool HasIcon(const MessageBox& box) {
@@ -19,9 +20,14 @@ bool HasIcon(const MessageBox& box) {
 }
 
 void DrawIcon(Surface& target, const MessageBox& box, int x, int y) {
+  // A warning is told from a question by its shape too.
   const bool warns = (box.style & kIconMask) == MB_ICONEXCLAMATION;
-  DrawDisc(target, x, y, kBoxIconSize, warns ? kWarning : kAccent);
-  DrawCentred(target, {x, y, x + kBoxIconSize, y + kBoxIconSize}, warns ? u"!" : u"?", kIconStyle);
+  if (warns)
+    DrawTriangle(target, x, y, kBoxIconSize, kAccent);
+  else
+    DrawDisc(target, x, y, kBoxIconSize, kAccent);
+  const int top = warns ? y + kWarningDrop : y;
+  DrawCentred(target, {x, top, x + kBoxIconSize, top + kBoxIconSize}, warns ? u"!" : u"?", kIconStyle);
 }
 
 Surface DrawBox(const MessageBox& box, int room_width, int room_height) {
@@ -38,7 +44,8 @@ Surface DrawBox(const MessageBox& box, int room_width, int room_height) {
 
   Surface picture(width, height);
   DrawPanel(picture, {0, 0, width, height});
-  picture.Fill({0, 0, width, kBoxHeadHeight}, kPanelHead);
+  DrawRamp(picture, {1, 1, width - 1, kBoxHeadHeight - 1}, kPanelHead);
+  picture.Fill({1, kBoxHeadHeight - 1, width - 1, kBoxHeadHeight}, kAccent);
   DrawLine(picture, {kBoxPadding, 0, std::max(width - kBoxPadding, kBoxPadding), kBoxHeadHeight}, box.caption,
            kCaptionStyle);
   const int body_top = kBoxHeadHeight + kBoxPadding;
@@ -57,7 +64,10 @@ void DrawMessageBox(MessageBox& box, Surface& client) {
   const int width = std::max(client.width() - 2 * kBoxMargin, 1);
   if (!box.picture || box.picture->width() != width) box.picture = DrawBox(box, client.width(), client.height());
   client.Blend({0, 0, client.width(), client.height()}, kShade, kShadeOpacity);
-  client.Copy(*box.picture, (client.width() - width) / 2, (client.height() - box.picture->height()) / 2);
+  const int x = (client.width() - width) / 2;
+  const int y = (client.height() - box.picture->height()) / 2;
+  DrawShadow(client, {x, y, x + width, y + box.picture->height()});
+  client.Copy(*box.picture, x, y);
 }
 
 }  // namespace phone

@@ -42,7 +42,7 @@ Extent MeasureMenu(const Menu& menu, const Surface& client) {
 void DrawItem(Surface& picture, const Menu& menu, std::size_t index, const RECT& row) {
   const MenuItem& item = menu.items[index];
   const bool selected = index == menu.selected;
-  if (selected) picture.Fill(row, kSelection);
+  if (selected) DrawChosen(picture, row);
   RECT column{row.left + kMenuPadding, row.top, row.left + kMenuPadding + kMenuNumberWidth, row.bottom};
   if (index < kNumberedItems) {
     LineStyle number = kNumberStyle;
@@ -143,7 +143,9 @@ void DrawMenu(Menu& menu, Surface& client) {
     menu.stale = false;
   }
   const int x = menu.on_right ? client.width() - menu.picture->width() : 0;
-  client.Copy(*menu.picture, x, client.height() - menu.picture->height());
+  const int y = client.height() - menu.picture->height();
+  DrawShadow(client, {x, y, x + menu.picture->width(), client.height()});
+  client.Copy(*menu.picture, x, y);
 }
 
 }  // namespace phone

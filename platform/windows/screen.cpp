@@ -14,20 +14,28 @@ namespace {
 using namespace style;
 
 void DrawTitle(Surface& screen) {
-  screen.Fill({0, 0, screen.width(), kTitleStripHeight}, kTitleGround);
-  screen.Fill({0, kTitleStripHeight - 1, screen.width(), kTitleStripHeight}, kAccent);
+  DrawRamp(screen, {0, 0, screen.width(), kTitleStripHeight - 1}, kTitleGround);
+  screen.Fill({0, kTitleStripHeight - 1, screen.width(), kTitleStripHeight}, kSeam);
   DrawLine(screen, {kLabelPadding, 0, screen.width(), kTitleStripHeight - 1}, VisibleTitle(), kTitleStyle);
+}
+
+/// A soft key's label over the mark that tells there is something to press.
+void DrawKey(Surface& screen, const RECT& rect, std::u16string_view label) {
+  if (label.find_first_not_of(u' ') == std::u16string_view::npos) return;
+  DrawCentred(screen, {rect.left, rect.top, rect.right, rect.bottom - 1}, label, kKeyStyle);
+  const int left = (rect.left + rect.right - kKeyMarkWidth) / 2;
+  screen.Fill({left, rect.bottom - 2, left + kKeyMarkWidth, rect.bottom - 1}, kAccent);
 }
 
 void DrawKeys(Surface& screen) {
   const int top = screen.height() - kSoftKeyBarHeight;
   const int middle = screen.width() / 2;
-  screen.Fill({0, top, screen.width(), screen.height()}, kKeysGround);
-  screen.Fill({0, top, screen.width(), top + 1}, kPanelFrame);
-  screen.Fill({middle, top + 5, middle + 1, screen.height() - 4}, kPanelFrame);
+  screen.Fill({0, top, screen.width(), top + 1}, kSeam);
+  DrawRamp(screen, {0, top + 1, screen.width(), screen.height()}, kKeysGround);
+  screen.Fill({middle, top + 6, middle + 1, screen.height() - 6}, kPanelFrame);
   const KeyLabels labels = VisibleKeyLabels();
-  DrawCentred(screen, {0, top + 1, middle, screen.height()}, labels.left, kKeyStyle);
-  DrawCentred(screen, {middle + 1, top + 1, screen.width(), screen.height()}, labels.right, kKeyStyle);
+  DrawKey(screen, {0, top + 1, middle, screen.height()}, labels.left);
+  DrawKey(screen, {middle + 1, top + 1, screen.width(), screen.height()}, labels.right);
 }
 
 void DrawChildren(Surface& client, HWND parent, int x, int y) {
