@@ -8,8 +8,9 @@ BUILD_PACKAGES := g++ cmake ninja-build pkg-config binutils-mingw-w64-x86-64 lib
 RUN_PACKAGES := fonts-dejavu-core fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji xdg-utils
 TEST_PACKAGES := libgtest-dev
 LINT_PACKAGES := clang-format clang-tidy
+ARTWORK_PACKAGES := librsvg2-bin netpbm icoutils fonts-dejavu-core
 
-.PHONY: help build run test trials tour lint format asan tsan install clean
+.PHONY: help build run test trials tour artwork lint format asan tsan install clean
 
 help: ## list these targets
 	@grep -hE '^[a-z]+:.*##' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## /  make \1|/' | column -t -s '|'
@@ -27,6 +28,10 @@ run: build ## open the phone; with no display, play the tour and name its pictur
 tour: build ## the program's main job, headless: pictures and the saved layout in build/tour
 	@scripts/install-packages.sh $(RUN_PACKAGES)
 	scripts/tour.sh $(BUILD)/quillmark-headless $(BUILD)/tour
+
+artwork: ## render the artwork's SVG sources again
+	@scripts/install-packages.sh $(ARTWORK_PACKAGES)
+	scripts/render-artwork.sh
 
 # A preset's tests: configure, build, run.
 define run_tests
