@@ -1,12 +1,12 @@
 #include "graphics/imaging_factory.h"
 
-#include <atomic>
 #include <new>
 #include <utility>
 #include <vector>
 
 #include "graphics/png.h"
 #include "graphics/raster.h"
+#include "system/component.h"
 #include "system/faults.h"
 #include "system/files.h"
 
@@ -14,37 +14,7 @@ namespace phone {
 
 namespace {
 
-/// The part that all components share.
-template <typename Interface, const IID& kInterface>
-class Component : public Interface {
- public:
-  Component() = default;
-  Component(const Component&) = delete;
-  Component& operator=(const Component&) = delete;
-  virtual ~Component() = default;
-
-  HRESULT QueryInterface(REFIID iid, void** object) override {
-    if (object == nullptr) return E_POINTER;
-    *object = nullptr;
-    if (!(iid == IID_IUnknown) && !(iid == kInterface)) return E_NOINTERFACE;
-    *object = static_cast<Interface*>(this);
-    AddRef();
-    return S_OK;
-  }
-
-  ULONG AddRef() override { return ++references_; }
-
-  ULONG Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
-
- private:
-  std::atomic<ULONG> references_ = 1;
-};
-
-class PngImage final : public Component<IImage, IID_IUnknown> {
+class PngImage final : public Component<IImage> {
  public:
   PngImage(std::vector<std::byte> file, const PngHeader& header) : file_(std::move(file)), header_(header) {}
 
@@ -73,7 +43,7 @@ class PngImage final : public Component<IImage, IID_IUnknown> {
   const PngHeader header_;
 };
 
-class DecodedImage final : public Component<IBitmapImage, IID_IUnknown> {
+class DecodedImage final : public Component<IBitmapImage> {
  public:
   explicit DecodedImage(Ref<Bitmap> bitmap) : bitmap_(std::move(bitmap)) {}
 

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "msxml2.h"
+#include "system/component.h"
 #include "winerror.h"
 #include "xml/tree.h"
 
@@ -43,9 +44,6 @@ class NodeCore {
   /// The node lies in another tree now.
   void MoveTo(const TreeRef& tree) noexcept { tree_ = tree; }
 
-  ULONG AddReference() noexcept { return ++references_; }
-  ULONG DropReference() noexcept { return --references_; }
-
  protected:
   ~NodeCore();
   /// Stands for another node from now on.
@@ -66,33 +64,20 @@ class NodeCore {
   TreeRef tree_;
   xmlNode* node_;
   IXMLDOMNode* object_;
-  ULONG references_ = 1;
 };
 
 /// IXMLDOMNode, and interfaces derived from it, on a NodeCore.
 template <typename Interface>
-class NodeObject : public Interface, public NodeCore {
+class NodeObject : public Component<Interface, IID_IXMLDOMNode>, public NodeCore {
  public:
   NodeObject(TreeRef tree, xmlNode* node) noexcept : NodeCore(std::move(tree), node, this) {}
-  virtual ~NodeObject() = default;
 
   HRESULT QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid == kNodeCoreIid) {
+    if (object && iid == kNodeCoreIid) {
       *object = static_cast<NodeCore*>(this);
       return S_OK;
     }
-    if (!(iid == IID_IUnknown || iid == IID_IXMLDOMNode || Is(iid))) return E_NOINTERFACE;
-    *object = static_cast<Interface*>(this);
-    AddReference();
-    return S_OK;
-  }
-  ULONG AddRef() override { return AddReference(); }
-  ULONG Release() override {
-    const ULONG left = DropReference();
-    if (left == 0) delete this;
-    return left;
+    return Component<Interface, IID_IXMLDOMNode>::QueryInterface(Is(iid) ? IID_IXMLDOMNode : iid, object);
   }
 
   HRESULT get_nodeName(BSTR* name) override { return NodeName(name); }

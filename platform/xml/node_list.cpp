@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "system/component.h"
 #include "system/faults.h"
 #include "xml/doctype.h"
 #include "xml/namespaces.h"
@@ -39,29 +40,13 @@ struct AttributeSteps {
 
 /// Walked in order it steps from item to item: it keeps its place while the tree does not change.
 template <typename Interface, typename Steps>
-class List final : public Interface {
+class List final : public Component<Interface> {
  public:
   explicit List(IXMLDOMNode* parent) noexcept : parent_(parent) {
     parent->AddRef();
     void* core = nullptr;
     parent->QueryInterface(kNodeCoreIid, &core);
     core_ = static_cast<NodeCore*>(core);
-  }
-  List(const List&) = delete;
-  List& operator=(const List&) = delete;
-
-  HRESULT QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = iid == IID_IUnknown ? this : nullptr;
-    if (!*object) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG AddRef() override { return ++references_; }
-  ULONG Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
   }
 
   HRESULT get_item(LONG index, IXMLDOMNode** node) override {
@@ -90,7 +75,7 @@ class List final : public Interface {
   }
 
  private:
-  ~List() { parent_->Release(); }
+  ~List() override { parent_->Release(); }
 
   void ForgetIfChanged() noexcept {
     // The parent may lie in another tree by now, with a count of its own.
@@ -121,7 +106,6 @@ class List final : public Interface {
   std::optional<LONG> length_;
   xmlNode* place_ = nullptr;
   LONG place_index_ = 0;
-  ULONG references_ = 1;
 };
 
 }  // namespace
