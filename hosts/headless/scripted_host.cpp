@@ -11,7 +11,7 @@ using script::Command;
 using script::Reply;
 
 ScriptedHost::ScriptedHost(Script& script, std::ostream& replies, std::uint32_t tick)
-    : script_(script), replies_(replies), performer_(tick) {}
+    : script_(script), replies_(replies), clock_(tick) {}
 
 /// Nothing asks for a document to be shown for real: the phone keeps the record of what was asked.
 bool ScriptedHost::OpenDocument(const std::string&, const std::string&) {
@@ -20,7 +20,7 @@ bool ScriptedHost::OpenDocument(const std::string&, const std::string&) {
 
 void ScriptedHost::WaitForInput(bool) {
   if (phone::LetThreadsRun()) return;
-  performer_.Settle();
+  frames_.Close();
   if (performer_.Running() && !performer_.StepsLeft()) Answer(performer_.Finish());
   if (!performer_.Running()) {
     std::optional<Command> command = ReadCommand();

@@ -28,10 +28,10 @@ class ScriptedHost : public phone::Host {
   /// The line that could not be understood; nothing when all could.
   const std::optional<Line>& Refused() const { return refused_; }
 
-  std::uint32_t TickCount() override { return performer_.clock().Now(); }
+  std::uint32_t TickCount() override { return clock_.Now(); }
   bool ClockIsManual() const override { return true; }
-  void MoveClockTo(std::uint32_t tick) override { performer_.clock().MoveTo(tick); }
-  bool FrameIsDue() override { return performer_.FrameIsDue(); }
+  void MoveClockTo(std::uint32_t tick) override { clock_.MoveTo(tick); }
+  bool FrameIsDue() override { return frames_.MayPaint(); }
   void WaitForInput(bool waiting_for_frame) override;
   void Wake() override { script_.Wake(); }
   void Present(const phone::ScreenImage&) override {}
@@ -47,7 +47,9 @@ class ScriptedHost : public phone::Host {
 
   Script& script_;
   std::ostream& replies_;
-  script::Performer performer_;
+  script::ManualClock clock_;
+  script::Frames frames_;
+  script::Performer performer_{clock_, frames_};
   std::optional<script::Reply> held_;
   bool script_ended_ = false;
   std::optional<Line> refused_;

@@ -2,7 +2,6 @@
 /// What a line of the script asks for, and the state of affairs while it is carried out.
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -11,41 +10,13 @@
 #include <string>
 #include <string_view>
 
+#include "hosts/script/time.h"
 #include "phone.h"
 
 namespace script {
 
 /// Fields stand in the order in which they were put in.
 using Reply = nlohmann::ordered_json;
-
-/// A clock that moves only when told. Any thread.
-class ManualClock {
- public:
-  explicit ManualClock(std::uint32_t tick) : tick_(tick) {}
-  std::uint32_t Now() const { return tick_; }
-  void MoveTo(std::uint32_t tick) { tick_ = tick; }
-  void MoveBy(std::uint32_t milliseconds) { tick_ += milliseconds; }
-
- private:
-  std::atomic<std::uint32_t> tick_;
-};
-
-/// When frames of the program are painted: at most one a step, and only asked for ones when told so.
-class Frames {
- public:
-  bool MayPaint() const { return allowed_ && phone::FramesPainted() == painted_; }
-  void BeginStep();
-  /// The running step paints.
-  void Ask() { allowed_ = true; }
-  void Close() { allowed_ = false; }
-  /// From now on, the running step included.
-  void PaintOnlyWhenAsked(bool only);
-
- private:
-  bool allowed_ = true;
-  bool only_asked_ = false;
-  std::uint64_t painted_ = 0;  ///< frames at the beginning of the step
-};
 
 /// How the program has ended, and the last look at the phone.
 struct Ending {

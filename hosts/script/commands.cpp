@@ -175,15 +175,10 @@ struct Waiting {
 };
 
 /// The next sleeper of the program ends a step early, so that it wakes up exactly when it asked to.
-std::uint32_t UntilNextSleeper(std::uint32_t now, std::uint32_t most) {
-  const std::optional<std::uint32_t> deadline = phone::NextDeadline();
-  const std::uint32_t until = deadline ? *deadline - now : 0;
-  return until > 0 && until < most ? until : most;
-}
-
 void MoveOn(Execution& execution, Waiting waiting) {
   if (!waiting.left) return;
-  const std::uint32_t advance = UntilNextSleeper(execution.clock.Now(), std::min(waiting.left, waiting.step_left));
+  const std::uint32_t most = std::min(waiting.left, waiting.step_left);
+  const std::uint32_t advance = NextSleeper(execution.clock.Now(), most).value_or(most);
   execution.clock.MoveBy(advance);
   waiting.left -= advance;
   waiting.step_left = waiting.step_left == advance ? waiting.step : waiting.step_left - advance;
@@ -302,16 +297,6 @@ constexpr Row kCommands[] = {
 };
 
 }  // namespace
-
-void Frames::BeginStep() {
-  allowed_ = !only_asked_;
-  painted_ = phone::FramesPainted();
-}
-
-void Frames::PaintOnlyWhenAsked(bool only) {
-  only_asked_ = only;
-  allowed_ = !only;
-}
 
 bool SaysNothing(std::string_view line) {
   const std::size_t first = line.find_first_not_of(" \t");

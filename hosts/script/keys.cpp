@@ -43,6 +43,12 @@ std::optional<Key> KeyByName(std::string_view name) {
   return Key{static_cast<UINT>(*code), {}};
 }
 
+std::string KeyName(UINT code) {
+  const auto* const named =
+      std::find_if(std::begin(kKeys), std::end(kKeys), [&](const NamedKey& key) { return key.code == code; });
+  return named != std::end(kKeys) ? std::string(named->name) : '#' + std::to_string(code);
+}
+
 void Press(const Key& key) {
   if (key.code) phone::PressKey(key.code);
   for (const char16_t unit : key.typed) phone::TypeCharacter(unit);

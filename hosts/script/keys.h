@@ -17,6 +17,8 @@ struct Key {
 
 /// A named key, one character, or `#CODE`. Nothing for another name.
 std::optional<Key> KeyByName(std::string_view name);
+/// The name of a key that has a code.
+std::string KeyName(UINT code);
 
 void Press(const Key& key);
 void Release(const Key& key);

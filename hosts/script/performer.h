@@ -10,19 +10,15 @@ namespace script {
 
 class Performer {
  public:
-  explicit Performer(std::uint32_t tick) : clock_(tick) {}
+  /// The host's clock and frames, which outlive this.
+  Performer(ManualClock& clock, Frames& frames) : clock_(clock), frames_(frames) {}
 
-  ManualClock& clock() { return clock_; }
-  /// True when a frame may be painted now, as the host tells the phone.
-  bool FrameIsDue() const { return frames_.MayPaint(); }
-
-  /// Nothing is left to do of what the last step has begun; until the next one nothing is painted.
-  void Settle() { frames_.Close(); }
   bool Running() const { return running_.has_value(); }
   bool StepsLeft() const { return running_ && !running_->execution.steps.empty(); }
 
   /// Takes a command up. None is running.
   void Begin(Command command);
+  /// Does the next step; the phone runs until nothing is left to do of it before the one after.
   void TakeStep();
   /// The reply to the running command, which is forgotten.
   Reply Finish();
@@ -39,8 +35,8 @@ class Performer {
     std::uint64_t frames_before;
   };
 
-  ManualClock clock_;
-  Frames frames_;
+  ManualClock& clock_;
+  Frames& frames_;
   std::optional<Ending> ending_;
   std::optional<Taken> running_;
 };

@@ -25,14 +25,17 @@ constexpr char kUsage[] =
 constexpr int kLargestScale = 8;
 
 constexpr option kOptions[] = {
-    {"phone", required_argument, nullptr, 'p'}, {"screen", required_argument, nullptr, 's'},
-    {"scale", required_argument, nullptr, 'c'}, {"help", no_argument, nullptr, 'h'},
-    {"version", no_argument, nullptr, 'v'},     {nullptr, 0, nullptr, 0},
+    {"phone", required_argument, nullptr, 'p'},  {"screen", required_argument, nullptr, 's'},
+    {"scale", required_argument, nullptr, 'c'},  {"record", required_argument, nullptr, 'r'},
+    {"replay", required_argument, nullptr, 'y'}, {"help", no_argument, nullptr, 'h'},
+    {"version", no_argument, nullptr, 'v'},      {nullptr, 0, nullptr, 0},
 };
 
 struct CommandLine {
   hosts::Settings settings;
   int scale = 0;  ///< 0: what fits
+  std::string record;
+  std::string replay;
   bool help = false;
   bool version = false;
 };
@@ -54,6 +57,8 @@ bool Take(int letter, const char* value, CommandLine& result) {
     case 'p': return !(result.settings.phone = value).empty();
     case 's': return TakeScreen(value, result.settings.client);
     case 'c': return TakeScale(value, result.scale);
+    case 'r': return !(result.record = value).empty();
+    case 'y': return !(result.replay = value).empty();
     case 'h': return result.help = true;
     case 'v': return result.version = true;
     default: return false;
@@ -99,8 +104,12 @@ class Video {
 
 int RunPhone(const CommandLine& command_line) {
   const phone::Options options = hosts::PhoneOptions(command_line.settings);
+  std::unique_ptr<sdl::Replay> replay;
+  if (!command_line.replay.empty()) replay = std::make_unique<sdl::Replay>(command_line.replay);
   const Video video;
   sdl::SdlHost host(command_line.scale);
+  if (replay) host.Play(std::move(replay));
+  if (!command_line.record.empty()) host.Record(std::make_unique<script::Recorder>(command_line.record, options));
   const int exit_code = phone::Run(host, options, hosts::ProgramEntry());
   if (!host.Failure().empty()) throw std::runtime_error("no window: " + host.Failure());
   return exit_code;
@@ -110,7 +119,6 @@ int RunPhone(const CommandLine& command_line) {
 
 int main(int count, char** arguments) {
   CommandLine command_line;
-  command_line.settings.free_threads = true;
   if (!Parse(count, arguments, command_line)) {
     std::cerr << "Try quillmark --help.\n";
     return hosts::kUsageError;
@@ -122,6 +130,9 @@ int main(int count, char** arguments) {
   }
   try {
     return RunPhone(command_line);
+  } catch (const sdl::NotPlayable& failure) {
+    std::cerr << "quillmark: " << failure.what() << "\n";
+    return hosts::kUsageError;
   } catch (const std::exception& failure) {
     std::cerr << "quillmark: " << failure.what() << "\n";
     return EXIT_FAILURE;

@@ -10,6 +10,8 @@ namespace sdl {
 namespace {
 
 constexpr char kNotOpened[] = "the page cannot be opened";
+constexpr char kReplayEnded[] = "the replay has ended; the keys are yours";
+constexpr std::int32_t kLongestLag = 100;  ///< ms
 
 /// SDL's own numbers for this host's events.
 struct EventTypes {
@@ -36,34 +38,63 @@ void Push(Uint32 type, int code) {
 
 SdlHost::SdlHost(int scale) : window_(scale), watcher_([](int descriptor) { Push(Types().readable, descriptor); }) {}
 
-std::uint32_t SdlHost::TickCount() {
-  return SDL_GetTicks() + 1;
-}
-
-bool SdlHost::FrameIsDue() {
-  const std::uint32_t now = TickCount();
-  if (static_cast<std::int32_t>(now - next_frame_) < 0) return false;
-  next_frame_ = now + window_.FrameTime();
-  return true;
+void SdlHost::Play(std::unique_ptr<Replay> replay) {
+  replay_ = std::move(replay);
+  replay_->Start(timeline_.clock(), timeline_.frames());
 }
 
 void SdlHost::WaitForInput(bool waiting_for_frame) {
-  if (!failure_.empty()) {
+  if (!std::exchange(begun_, true)) timeline_.Begin();
+  if (failure_.empty()) {
+    if (phone::LetThreadsRun()) return;
+    timeline_.Settle();
+    WatchForSecondStart();
+    replay_ ? PlayOn() : TakeTurn(waiting_for_frame);
+  } else {
     phone::Close();
-    return;
   }
-  if (phone::LetThreadsRun()) return;
-  WatchForSecondStart();
+  timeline_.WriteInput();
+  if (const std::string failure = timeline_.TakeFailure(); !failure.empty()) Notify(failure);
+}
+
+/// One thing happens in a turn, so that a script can do one after the other as well.
+void SdlHost::TakeTurn(bool waiting_for_frame) {
+  const std::optional<SDL_Event> event = NextEvent(timeline_.Patience(waiting_for_frame));
+  if (!timeline_.CatchUp()) {
+    // Who sleeps until before the event comes first.
+    early_event_ = event;
+    phone::LetThreadsRun();
+  } else if (event) {
+    Handle(*event);
+  } else if (waiting_for_frame && timeline_.FrameIsDue()) {
+    timeline_.Paint(window_.FrameTime());
+  }
+}
+
+void SdlHost::PlayOn() {
+  const std::int32_t ahead = timeline_.Ahead();
+  // What took too long is not made up for: the script goes on at its own pace.
+  if (ahead < -kLongestLag) timeline_.Begin();
+  if (const std::optional<SDL_Event> event = NextEvent(static_cast<std::uint32_t>(std::max(ahead, 0)))) {
+    Handle(*event);
+  } else if (timeline_.Ahead() <= 0) {
+    if (!replay_->TakeStep()) EndReplay();
+    phone::LetThreadsRun();
+  }
+}
+
+void SdlHost::EndReplay() {
+  replay_.reset();
+  timeline_.Begin();
+  away_ = !phone::Look().foreground;
+  Notify(kReplayEnded);
+}
+
+std::optional<SDL_Event> SdlHost::NextEvent(std::uint32_t patience) {
+  if (early_event_) return std::exchange(early_event_, std::nullopt);
   SDL_Event event;
-  if (waiting_for_frame) {
-    const auto until_due = static_cast<std::int32_t>(next_frame_ - TickCount());
-    if (!SDL_WaitEventTimeout(&event, std::max(until_due, 1))) return;
-  } else if (!SDL_WaitEvent(&event)) {
-    return;
-  }
-  do {
-    Handle(event);
-  } while (SDL_PollEvent(&event));
+  if (SDL_WaitEventTimeout(&event, static_cast<int>(patience))) return event;
+  return std::nullopt;
 }
 
 void SdlHost::Wake() {
@@ -82,6 +113,8 @@ void SdlHost::ShowCursor(phone::Cursor cursor) {
 }
 
 void SdlHost::LeaveForeground() {
+  // A script goes on.
+  if (replay_) return;
   away_ = true;
   window_.Minimise();
 }
@@ -121,6 +154,10 @@ void SdlHost::Handle(const SDL_Event& event) {
 }
 
 void SdlHost::HandleKey(const SDL_KeyboardEvent& event) {
+  if (replay_) {
+    if (event.type == SDL_KEYDOWN && event.keysym.sym == SDLK_ESCAPE) EndReplay();
+    return;
+  }
   const PhoneKey key = KeyOf(event.keysym.sym);
   if (!key.code || (event.repeat && !key.repeats)) return;
   if (event.type == SDL_KEYUP) {
@@ -137,7 +174,7 @@ void SdlHost::HandleKey(const SDL_KeyboardEvent& event) {
 }
 
 void SdlHost::HandleText(const char* text) {
-  if (!away_) TypeText(text);
+  if (!away_ && !replay_) TypeText(text);
 }
 
 void SdlHost::HandleWindow(const SDL_WindowEvent& event) {

@@ -6,10 +6,15 @@
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "hosts/sdl/document.h"
+#include "hosts/sdl/replay.h"
+#include "hosts/sdl/timeline.h"
 #include "hosts/sdl/watcher.h"
 #include "hosts/sdl/window.h"
 #include "phone.h"
@@ -21,13 +26,18 @@ class SdlHost : public phone::Host {
   /// SDL's video is up already. `scale` as for Window.
   explicit SdlHost(int scale);
 
+  /// Has everything written that happens to the phone.
+  void Record(std::unique_ptr<script::Recorder> recorder) { timeline_.Record(std::move(recorder)); }
+  /// Lets a script play the phone first.
+  void Play(std::unique_ptr<Replay> replay);
+
   /// Why there is no window; empty when there is one.
   const std::string& Failure() const { return failure_; }
 
-  std::uint32_t TickCount() override;
-  bool ClockIsManual() const override { return false; }
-  void MoveClockTo(std::uint32_t) override {}
-  bool FrameIsDue() override;
+  std::uint32_t TickCount() override { return timeline_.clock().Now(); }
+  bool ClockIsManual() const override { return true; }
+  void MoveClockTo(std::uint32_t tick) override { timeline_.clock().MoveTo(tick); }
+  bool FrameIsDue() override { return timeline_.frames().MayPaint(); }
   void WaitForInput(bool waiting_for_frame) override;
   void Wake() override;
   void Present(const phone::ScreenImage& screen) override;
@@ -38,6 +48,10 @@ class SdlHost : public phone::Host {
   bool OpenDocument(const std::string& program, const std::string& document) override;
 
  private:
+  void TakeTurn(bool waiting_for_frame);
+  void PlayOn();
+  void EndReplay();
+  std::optional<SDL_Event> NextEvent(std::uint32_t patience);
   void Handle(const SDL_Event& event);
   void HandleKey(const SDL_KeyboardEvent& event);
   void HandleText(const char* text);
@@ -51,8 +65,11 @@ class SdlHost : public phone::Host {
   Watcher watcher_;
   std::vector<Viewer> viewers_;
   std::atomic<bool> woken_ = false;
-  std::uint32_t next_frame_ = 0;  ///< tick from which a frame may be painted
-  bool away_ = false;             ///< the program has left the foreground
+  Timeline timeline_;
+  bool begun_ = false;                    ///< the real time counts
+  std::optional<SDL_Event> early_event_;  ///< waits for its turn
+  std::unique_ptr<Replay> replay_;        ///< null once the phone is the person's
+  bool away_ = false;                     ///< the program has left the foreground
   bool notice_shown_ = false;
   int watched_start_ = -1;  ///< the descriptor that tells of a second start, while it is watched
   std::string failure_;
