@@ -13,6 +13,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
+struct UserFolderRow {
+  const char* variable;
+  const char* below_home;  ///< where it is when the variable names none
+};
+
+/// By UserFolderKind.
+constexpr UserFolderRow kUserFolders[] = {
+    {"XDG_DATA_HOME", ".local/share"},
+    {"XDG_STATE_HOME", ".local/state"},
+    {"XDG_CONFIG_HOME", ".config"},
+};
+
 /// A folder of the installed data, found from where this executable lies; nothing when it is not installed.
 fs::path Installed(const char* name) {
   std::error_code error;
@@ -25,14 +37,6 @@ fs::path Installed(const char* name) {
 fs::path InstalledOr(const char* name, const char* built) {
   fs::path folder = Installed(name);
   return folder.empty() ? fs::path(built) : folder;
-}
-
-/// By the XDG base directory rules: relative values are ignored.
-fs::path UserDataFolder() {
-  if (const char* const data = std::getenv("XDG_DATA_HOME"); data && *data == '/') return data;
-  const char* const home = std::getenv("HOME");
-  if (!home || *home != '/') throw std::runtime_error("neither XDG_DATA_HOME nor HOME names a folder");
-  return fs::path(home) / ".local" / "share";
 }
 
 /// Holds a folder for one process at a time, until it goes.
@@ -89,8 +93,18 @@ fs::path ProgramFolder() {
   return InstalledOr("program", QUILLMARK_BUILT_PROGRAM_FOLDER);
 }
 
+fs::path UserFolder(UserFolderKind kind) {
+  const UserFolderRow& row = kUserFolders[static_cast<std::size_t>(kind)];
+  // Relative values are to be ignored.
+  if (const char* const folder = std::getenv(row.variable); folder && *folder == '/') return folder;
+  const char* const home = std::getenv("HOME");
+  return home && *home == '/' ? fs::path(home) / row.below_home : fs::path();
+}
+
 fs::path DefaultPhoneFolder() {
-  const fs::path folder = UserDataFolder() / "quillmark";
+  const fs::path data = UserFolder(UserFolderKind::data);
+  if (data.empty()) throw std::runtime_error("neither XDG_DATA_HOME nor HOME names a folder");
+  const fs::path folder = data / "quillmark";
   fs::create_directories(folder);
   fs::path phone = folder / "phone";
   if (!fs::exists(phone)) CopySamplePhone(phone);

@@ -9,6 +9,11 @@ namespace hosts {
 /// The folder with the program's artwork and pages: the installed one, else the one in the build.
 std::filesystem::path ProgramFolder();
 
+enum class UserFolderKind { data, state, config };
+
+/// The user's folder of that kind, by the XDG base directory rules; empty when neither its variable nor HOME names one.
+std::filesystem::path UserFolder(UserFolderKind kind);
+
 /// The user's own phone folder, in the XDG data folder; made as a copy of the sample phone when it is not there yet.
 /// Throws std::runtime_error (std::filesystem::filesystem_error included) when it cannot be made.
 std::filesystem::path DefaultPhoneFolder();

@@ -28,12 +28,16 @@ phone::Options PhoneOptions(const Settings& settings) {
   options.folder = settings.phone.empty() ? DefaultPhoneFolder() : settings.phone;
   options.program_data = settings.program.empty() ? ProgramFolder() : settings.program;
   options.module = u"\\Program Files\\Quillmark\\Quillmark.exe";
-  options.resources = {quillmark_resources, quillmark_resources_end};
+  options.resources = ProgramResources();
   options.instance = settings.instance;
   options.client_width = settings.client.width;
   options.client_height = settings.client.height;
   options.free_threads = settings.free_threads;
   return options;
+}
+
+std::span<const std::byte> ProgramResources() {
+  return {quillmark_resources, quillmark_resources_end};
 }
 
 phone::EntryPoint ProgramEntry() {

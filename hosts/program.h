@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -37,6 +38,9 @@ struct Settings {
 
 /// The phone with the program on it. Throws std::runtime_error when a default folder cannot be had.
 phone::Options PhoneOptions(const Settings& settings);
+
+/// The program's compiled resources.
+std::span<const std::byte> ProgramResources();
 
 /// Where the program starts.
 phone::EntryPoint ProgramEntry();

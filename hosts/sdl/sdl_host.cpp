@@ -3,14 +3,16 @@
 #include <algorithm>
 #include <iostream>
 
+#include "hosts/sdl/display_loss.h"
 #include "hosts/sdl/input.h"
 #include "system/instance.h"
 
 namespace sdl {
 namespace {
 
-constexpr char kNotOpened[] = "the page cannot be opened";
-constexpr char kReplayEnded[] = "the replay has ended; the keys are yours";
+constexpr char kDisplayLost[] = "the display has gone away";
+constexpr char kNotOpened[] = "The page cannot be opened.";
+constexpr char kReplayEnded[] = "The replay has ended; the keys are yours.";
 constexpr std::int32_t kLongestLag = 100;  ///< ms
 
 /// SDL's own numbers for this host's events.
@@ -36,7 +38,10 @@ void Push(Uint32 type, int code) {
 
 }  // namespace
 
-SdlHost::SdlHost(int scale) : window_(scale), watcher_([](int descriptor) { Push(Types().readable, descriptor); }) {}
+SdlHost::SdlHost(const WindowState& wanted, StateFile& state)
+    : window_(wanted),
+      controls_(window_, state),
+      watcher_([](int descriptor) { Push(Types().readable, descriptor); }) {}
 
 void SdlHost::Play(std::unique_ptr<Replay> replay) {
   replay_ = std::move(replay);
@@ -50,15 +55,18 @@ void SdlHost::WaitForInput(bool waiting_for_frame) {
     timeline_.Settle();
     WatchForSecondStart();
     replay_ ? PlayOn() : TakeTurn(waiting_for_frame);
+    controls_.Expire();
+    NoticeLoss();
   } else {
     phone::Close();
   }
   timeline_.WriteInput();
-  if (const std::string failure = timeline_.TakeFailure(); !failure.empty()) Notify(failure);
+  if (const std::string failure = timeline_.TakeFailure(); !failure.empty()) controls_.Notify(failure);
 }
 
 /// One thing happens in a turn, so that a script can do one after the other as well.
 void SdlHost::TakeTurn(bool waiting_for_frame) {
+  if (controls_.GoOn()) return;
   const std::optional<SDL_Event> event = NextEvent(timeline_.Patience(waiting_for_frame));
   if (!timeline_.CatchUp()) {
     // Who sleeps until before the event comes first.
@@ -87,14 +95,23 @@ void SdlHost::EndReplay() {
   replay_.reset();
   timeline_.Begin();
   away_ = !phone::Look().foreground;
-  Notify(kReplayEnded);
+  controls_.Notify(kReplayEnded);
 }
 
 std::optional<SDL_Event> SdlHost::NextEvent(std::uint32_t patience) {
   if (early_event_) return std::exchange(early_event_, std::nullopt);
   SDL_Event event;
-  if (SDL_WaitEventTimeout(&event, static_cast<int>(patience))) return event;
+  if (SDL_WaitEventTimeout(&event, static_cast<int>(std::min(patience, controls_.TimeLeft())))) return event;
   return std::nullopt;
+}
+
+/// The program is closed in good order: what its worker writes is written to the end.
+void SdlHost::NoticeLoss() {
+  if (!DisplayIsLost() || !failure_.empty()) return;
+  failure_ = kDisplayLost;
+  window_.Abandon();
+  controls_.Remember();
+  phone::Close();
 }
 
 void SdlHost::Wake() {
@@ -103,9 +120,16 @@ void SdlHost::Wake() {
 }
 
 void SdlHost::Present(const phone::ScreenImage& screen) {
-  if (!failure_.empty() || window_.Show(screen)) return;
-  failure_ = SDL_GetError();
-  Wake();
+  if (!failure_.empty() || controls_.HidesScreen()) return;
+  const bool first = !window_.IsOpen();
+  if (!window_.Show(screen)) {
+    failure_ = std::string("no window: ") + SDL_GetError();
+    Wake();
+  } else if (first) {
+    SurviveDisplayLoss(window_.handle());
+    controls_.Opened();
+  }
+  NoticeLoss();
 }
 
 void SdlHost::ShowCursor(phone::Cursor cursor) {
@@ -125,13 +149,14 @@ void SdlHost::ComeToForeground() {
 }
 
 void SdlHost::WindowGone() {
+  if (window_.IsOpen()) controls_.Remember();
   window_.Hide();
 }
 
 bool SdlHost::OpenDocument(const std::string&, const std::string& document) {
   const std::optional<Viewer> viewer = Viewer::Open(document);
   if (!viewer) {
-    Notify(kNotOpened);
+    controls_.Notify(kNotOpened);
     return false;
   }
   viewers_.push_back(*viewer);
@@ -142,13 +167,13 @@ bool SdlHost::OpenDocument(const std::string&, const std::string& document) {
 void SdlHost::Handle(const SDL_Event& event) {
   if (event.type == Types().wake) woken_ = false;
   if (event.type == Types().readable) HandleReadable(event.user.code);
+  if (controls_.Take(event)) return;
   switch (event.type) {
     case SDL_QUIT: phone::Close(); break;
     case SDL_KEYDOWN:
     case SDL_KEYUP: HandleKey(event.key); break;
     case SDL_TEXTINPUT: HandleText(event.text.text); break;
     case SDL_WINDOWEVENT: HandleWindow(event.window); break;
-    case SDL_RENDER_TARGETS_RESET: window_.Refresh(); break;
     default: break;
   }
 }
@@ -164,7 +189,6 @@ void SdlHost::HandleKey(const SDL_KeyboardEvent& event) {
     phone::ReleaseKey(key.code);
     return;
   }
-  if (notice_shown_) Notify({});
   // Where a window cannot be put out of the way, the first key brings the program back.
   if (away_) {
     ComeBack();
@@ -178,14 +202,7 @@ void SdlHost::HandleText(const char* text) {
 }
 
 void SdlHost::HandleWindow(const SDL_WindowEvent& event) {
-  switch (event.event) {
-    case SDL_WINDOWEVENT_EXPOSED:
-    case SDL_WINDOWEVENT_SIZE_CHANGED: window_.Refresh(); break;
-    case SDL_WINDOWEVENT_RESTORED:
-      if (away_) ComeBack();
-      break;
-    default: break;
-  }
+  if (event.event == SDL_WINDOWEVENT_RESTORED && away_) ComeBack();
 }
 
 /// The phone looks for requests itself when it is woken up; it only has to be.
@@ -203,18 +220,12 @@ void SdlHost::HandleReadable(int descriptor) {
   if (viewer == viewers_.end()) return;
   const bool shown = viewer->Finish();
   viewers_.erase(viewer);
-  if (!shown) Notify(kNotOpened);
+  if (!shown) controls_.Notify(kNotOpened);
 }
 
 void SdlHost::ComeBack() {
   away_ = false;
   phone::ComeBack();
-}
-
-void SdlHost::Notify(const std::string& notice) {
-  notice_shown_ = !notice.empty();
-  window_.ShowNotice(notice);
-  if (notice_shown_) std::cerr << "quillmark: " << notice << std::endl;
 }
 
 }  // namespace sdl

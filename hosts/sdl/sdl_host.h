@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "hosts/sdl/controls.h"
 #include "hosts/sdl/document.h"
 #include "hosts/sdl/replay.h"
 #include "hosts/sdl/timeline.h"
@@ -23,15 +24,15 @@ namespace sdl {
 
 class SdlHost : public phone::Host {
  public:
-  /// SDL's video is up already. `scale` as for Window.
-  explicit SdlHost(int scale);
+  /// SDL's video is up already. The window opens as `wanted`, and `state` remembers it.
+  SdlHost(const WindowState& wanted, StateFile& state);
 
   /// Has everything written that happens to the phone.
   void Record(std::unique_ptr<script::Recorder> recorder) { timeline_.Record(std::move(recorder)); }
   /// Lets a script play the phone first.
   void Play(std::unique_ptr<Replay> replay);
 
-  /// Why there is no window; empty when there is one.
+  /// Why there is no window, or no longer one; empty when there is one.
   const std::string& Failure() const { return failure_; }
 
   std::uint32_t TickCount() override { return timeline_.clock().Now(); }
@@ -56,12 +57,13 @@ class SdlHost : public phone::Host {
   void HandleKey(const SDL_KeyboardEvent& event);
   void HandleText(const char* text);
   void HandleWindow(const SDL_WindowEvent& event);
+  void NoticeLoss();
   void WatchForSecondStart();
   void HandleReadable(int descriptor);
   void ComeBack();
-  void Notify(const std::string& notice);
 
   Window window_;
+  Controls controls_;
   Watcher watcher_;
   std::vector<Viewer> viewers_;
   std::atomic<bool> woken_ = false;
@@ -70,8 +72,7 @@ class SdlHost : public phone::Host {
   std::optional<SDL_Event> early_event_;  ///< waits for its turn
   std::unique_ptr<Replay> replay_;        ///< null once the phone is the person's
   bool away_ = false;                     ///< the program has left the foreground
-  bool notice_shown_ = false;
-  int watched_start_ = -1;  ///< the descriptor that tells of a second start, while it is watched
+  int watched_start_ = -1;                ///< the descriptor that tells of a second start, while it is watched
   std::string failure_;
 };
 

@@ -1,38 +1,77 @@
 #include "hosts/sdl/window.h"
 
 #include <algorithm>
+#include <cmath>
+#include <tuple>
+#include <vector>
+
+#include "hosts/sdl/icon.h"
 
 namespace sdl {
 namespace {
 
 constexpr char kTitle[] = "Quillmark";
-constexpr int kLargestDefaultScale = 3;
 constexpr std::uint32_t kUsualFrameTime = 16;
+constexpr SDL_Rect kUnknownDisplay = {0, 0, 640, 480};
 
-/// The largest whole scale at which the phone's screen fits on the display with some room for the window's frame.
-int FittingScale(int width, int height) {
-  constexpr int frame = 48;
-  SDL_Rect usable = {};
-  if (SDL_GetDisplayUsableBounds(0, &usable) != 0) return 1;
-  return std::clamp(std::min(usable.w / width, (usable.h - frame) / height), 1, kLargestDefaultScale);
+std::vector<SDL_Rect> AllUsableBounds() {
+  std::vector<SDL_Rect> all;
+  for (int display = 0; display < SDL_GetNumVideoDisplays(); ++display) {
+    SDL_Rect usable = {};
+    if (SDL_GetDisplayUsableBounds(display, &usable) == 0) all.push_back(usable);
+  }
+  return all;
+}
+
+int FloorDivide(int dividend, int divisor) {
+  return dividend / divisor - (dividend % divisor < 0 ? 1 : 0);
+}
+
+/// The window's units that hold that many pixels.
+int Units(int pixels, double density) {
+  return static_cast<int>(std::ceil(pixels / density));
 }
 
 }  // namespace
 
 bool Window::Show(const phone::ScreenImage& screen) {
-  if (!window_ && !Open(screen.width, screen.height)) return false;
-  if (!FitTexture(screen.width, screen.height)) return false;
-  const int pitch = screen.stride * static_cast<int>(sizeof *screen.pixels);
-  if (SDL_UpdateTexture(texture_.get(), nullptr, screen.pixels, pitch) != 0) return false;
-  Refresh();
-  return true;
+  const Size size = {screen.width, screen.height};
+  const bool resized = window_ && size != screen_;
+  screen_ = size;
+  if (!window_ && !Open()) return false;
+  if (resized) ApplyScale();
+  canvas_.SetScreen(screen);
+  return HasFlag(SDL_WINDOW_MINIMIZED | SDL_WINDOW_HIDDEN) || canvas_.Draw();
 }
 
 void Window::Refresh() {
-  if (!texture_) return;
-  SDL_RenderClear(renderer_.get());
-  SDL_RenderCopy(renderer_.get(), texture_.get(), nullptr, nullptr);
-  SDL_RenderPresent(renderer_.get());
+  // Where nothing can be seen, waiting for the display could take as long as the person is away.
+  if (!window_ || HasFlag(SDL_WINDOW_MINIMIZED | SDL_WINDOW_HIDDEN)) return;
+  canvas_.Draw();
+}
+
+void Window::SetLayers(std::vector<Layer> layers) {
+  canvas_.SetLayers(std::move(layers));
+  Refresh();
+}
+
+View Window::CurrentView() const {
+  View view;
+  if (!window_) return view;
+  view.window = canvas_.OutputSize();
+  view.screen = PlacePicture(screen_, view.window);
+  view.scale = view.screen.w / screen_.width;
+  return view;
+}
+
+SDL_Point Window::ToPixels(int x, int y) const {
+  return {static_cast<int>(std::floor(x * density_)), static_cast<int>(std::floor(y * density_))};
+}
+
+SDL_Point Window::ToScreen(int x, int y) const {
+  const View view = CurrentView();
+  const SDL_Point at = ToPixels(x, y);
+  return {FloorDivide(at.x - view.screen.x, view.scale), FloorDivide(at.y - view.screen.y, view.scale)};
 }
 
 std::uint32_t Window::FrameTime() const {
@@ -42,7 +81,48 @@ std::uint32_t Window::FrameTime() const {
   return std::max(1u, 1000u / static_cast<std::uint32_t>(mode.refresh_rate));
 }
 
+int Window::SetScale(int scale) {
+  state_.scale = scale;
+  if (!window_) return scale;
+  if (HasFlag(SDL_WINDOW_MAXIMIZED)) SDL_RestoreWindow(window_.get());
+  const int reached = ApplyScale();
+  if (scale) state_.scale = reached;
+  return reached;
+}
+
+void Window::ToggleFullScreen() {
+  if (window_) SDL_SetWindowFullscreen(window_.get(), IsFullScreen() ? 0 : SDL_WINDOW_FULLSCREEN_DESKTOP);
+}
+
+bool Window::IsFullScreen() const {
+  return HasFlag(SDL_WINDOW_FULLSCREEN);
+}
+
+void Window::HandleEvent(const SDL_WindowEvent& event) {
+  switch (event.event) {
+    case SDL_WINDOWEVENT_EXPOSED:
+    case SDL_WINDOWEVENT_SHOWN: Refresh(); break;
+    case SDL_WINDOWEVENT_SIZE_CHANGED: HandleSize(); break;
+    case SDL_WINDOWEVENT_MOVED:
+      if (IsPlain()) state_.position = SDL_Point{event.data1, event.data2};
+      break;
+    default: break;
+  }
+}
+
+void Window::HandleReset() {
+  canvas_.Lost();
+  Refresh();
+}
+
+void Window::Abandon() {
+  canvas_.Abandon();
+  std::ignore = wait_cursor_.release();
+  std::ignore = window_.release();
+}
+
 void Window::ShowCursor(phone::Cursor cursor) {
+  if (!window_) return;
   if (cursor == phone::Cursor::none) {
     SDL_SetCursor(SDL_GetDefaultCursor());
     return;
@@ -61,7 +141,7 @@ void Window::Hide() {
 
 void Window::Raise() {
   if (!window_) return;
-  SDL_RestoreWindow(window_.get());
+  if (HasFlag(SDL_WINDOW_MINIMIZED)) SDL_RestoreWindow(window_.get());
   SDL_RaiseWindow(window_.get());
 }
 
@@ -70,27 +150,93 @@ void Window::ShowNotice(const std::string& notice) {
   if (window_) SDL_SetWindowTitle(window_.get(), title.c_str());
 }
 
-bool Window::Open(int width, int height) {
-  const int scale = scale_ ? scale_ : FittingScale(width, height);
-  constexpr Uint32 flags = SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI;
-  window_.reset(
-      SDL_CreateWindow(kTitle, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, width * scale, height * scale, flags));
-  if (!window_) return false;
-  SDL_SetWindowMinimumSize(window_.get(), width, height);
-  renderer_.reset(SDL_CreateRenderer(window_.get(), -1, SDL_RENDERER_PRESENTVSYNC));
-  return renderer_ && SDL_SetRenderDrawColor(renderer_.get(), 0, 0, 0, SDL_ALPHA_OPAQUE) == 0;
+bool Window::Open() {
+  // How many pixels the window has is known only when it is there; it is sized before it is shown.
+  constexpr Uint32 flags = SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI | SDL_WINDOW_HIDDEN;
+  const SDL_Point at = state_.position.value_or(SDL_Point{SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED});
+  window_.reset(SDL_CreateWindow(kTitle, at.x, at.y, screen_.width, screen_.height, flags));
+  if (!window_ || !canvas_.Open(window_.get())) return false;
+  SetIcon(window_.get());
+  ApplyScale();
+  const SDL_Point place = state_.position.value_or(Centre());
+  MoveTo(place);
+  SDL_ShowWindow(window_.get());
+  // The desktop has put a frame around it only now.
+  MoveTo(place);
+  return true;
 }
 
-bool Window::FitTexture(int width, int height) {
-  int texture_width = 0;
-  int texture_height = 0;
-  if (texture_) SDL_QueryTexture(texture_.get(), nullptr, nullptr, &texture_width, &texture_height);
-  if (texture_width == width && texture_height == height) return true;
-  texture_.reset(
-      SDL_CreateTexture(renderer_.get(), SDL_PIXELFORMAT_RGB888, SDL_TEXTUREACCESS_STREAMING, width, height));
-  // The screen keeps its shape and whole pixels whatever size the window is given.
-  return texture_ && SDL_RenderSetLogicalSize(renderer_.get(), width, height) == 0 &&
-         SDL_RenderSetIntegerScale(renderer_.get(), SDL_TRUE) == 0;
+bool Window::HasFlag(Uint32 flag) const {
+  return window_ && (SDL_GetWindowFlags(window_.get()) & flag) != 0;
+}
+
+/// Neither filling the display nor out of sight.
+bool Window::IsPlain() const {
+  return window_ && !HasFlag(SDL_WINDOW_FULLSCREEN | SDL_WINDOW_MAXIMIZED | SDL_WINDOW_MINIMIZED | SDL_WINDOW_HIDDEN);
+}
+
+double Window::Density() const {
+  int units = 0;
+  SDL_GetWindowSize(window_.get(), &units, nullptr);
+  const int pixels = canvas_.OutputSize().width;
+  return units > 0 && pixels > 0 ? static_cast<double>(pixels) / units : 1;
+}
+
+SDL_Rect Window::UsableBounds() const {
+  SDL_Rect usable = kUnknownDisplay;
+  const int display = SDL_GetWindowDisplayIndex(window_.get());
+  SDL_GetDisplayUsableBounds(std::max(display, 0), &usable);
+  return usable;
+}
+
+/// Where the window is in the middle of its display.
+SDL_Point Window::Centre() const {
+  const SDL_Rect usable = UsableBounds();
+  SDL_Point size = {};
+  SDL_GetWindowSize(window_.get(), &size.x, &size.y);
+  return {usable.x + (usable.w - size.x) / 2, usable.y + (usable.h - size.y) / 2};
+}
+
+/// Moves the window's content to a place, or as near to it as no part of the window or its frame is off the displays.
+void Window::MoveTo(SDL_Point place) {
+  int top = 0;
+  int left = 0;
+  int bottom = 0;
+  int right = 0;
+  SDL_GetWindowBordersSize(window_.get(), &top, &left, &bottom, &right);
+  SDL_Rect whole = {place.x - left, place.y - top, 0, 0};
+  SDL_GetWindowSize(window_.get(), &whole.w, &whole.h);
+  whole.w += left + right;
+  whole.h += top + bottom;
+  const SDL_Point corner = PlaceWindow(whole, AllUsableBounds());
+  SDL_SetWindowPosition(window_.get(), corner.x + left, corner.y + top);
+}
+
+int Window::ApplyScale() {
+  density_ = Density();
+  const SDL_Rect usable = UsableBounds();
+  const Size room = {static_cast<int>(usable.w * density_), static_cast<int>(usable.h * density_)};
+  scale_ = state_.scale ? std::min(state_.scale, LargestScale(screen_, room)) : ComfortableScale(screen_, room);
+  SDL_SetWindowMinimumSize(window_.get(), Units(screen_.width, density_), Units(screen_.height, density_));
+  if (IsFullScreen()) return scale_;
+  const SDL_Point size = {Units(screen_.width * scale_, density_), Units(screen_.height * scale_, density_)};
+  SDL_SetWindowSize(window_.get(), size.x, size.y);
+  SDL_Point place = {};
+  SDL_GetWindowPosition(window_.get(), &place.x, &place.y);
+  MoveTo(place);
+  return scale_;
+}
+
+void Window::HandleSize() {
+  canvas_.Resized();
+  if (Density() != density_) {
+    ApplyScale();
+  } else if (IsPlain() && CurrentView().scale != scale_) {
+    // Somebody has drawn the window to another size.
+    scale_ = CurrentView().scale;
+    state_.scale = std::min(scale_, kLargestScale);
+  }
+  Refresh();
 }
 
 }  // namespace sdl

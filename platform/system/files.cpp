@@ -17,9 +17,6 @@ namespace phone {
 
 namespace {
 
-/// Far beyond what the phone has memory for; a sparse file may claim any size.
-constexpr off_t kLargestFile = 64 << 20;
-
 DWORD Read(std::u16string_view path, std::vector<std::byte>& content) {
   UniqueFd file;
   if (const DWORD error = OpenForReading(path, file)) return error;

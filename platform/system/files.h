@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <span>
@@ -26,6 +27,10 @@ void UnmountFiles();
 /// Removes the temporary files that a killed process has left. Only for the process that is the running instance:
 /// others may be writing.
 void RemoveStrayFiles();
+
+/// The largest file that the phone reads, in bytes: far beyond what it has memory for; a sparse file may claim any
+/// size.
+inline constexpr std::int64_t kLargestFile = 64 << 20;
 
 inline constexpr std::u16string_view kApplicationData = u"\\Application Data";
 

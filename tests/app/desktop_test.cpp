@@ -39,6 +39,8 @@ bool HoldsOpen(pid_t process, const std::filesystem::path& folder) {
 }
 
 TEST_F(AppTest, TheDesktopProgramEndsWhenToldToAndIsFoundByASecondStart) {
+  const PhoneFolder home;
+  setenv("XDG_STATE_HOME", home.path().c_str(), 1);
   setenv("SDL_VIDEODRIVER", "dummy", 1);
   const std::vector<std::string> start = {DESKTOP_PROGRAM, "--phone", folder.path().string()};
   const pid_t first = Start(start);
@@ -52,7 +54,7 @@ TEST_F(AppTest, TheDesktopProgramEndsWhenToldToAndIsFoundByASecondStart) {
 
 TEST_F(AppTest, TheDesktopProgramRefusesOptionsItDoesNotKnow) {
   for (const std::vector<std::string>& options :
-       {std::vector<std::string>{"--scale", "0"}, {"--screen", "wide"}, {"--nothing"}, {"more"}}) {
+       {std::vector<std::string>{"--scale", "0"}, {"--scale"}, {"--screen", "wide"}, {"--nothing"}, {"more"}}) {
     std::vector<std::string> words = {DESKTOP_PROGRAM, "--phone", folder.path().string()};
     words.insert(words.end(), options.begin(), options.end());
     EXPECT_EQ(ExitStatus(Start(words)), 64) << options.front();

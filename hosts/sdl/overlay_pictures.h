@@ -1,0 +1,30 @@
+/// \file
+/// Pictures of what the host itself says, in the window's own pixels.
+#pragma once
+
+#include <SDL.h>
+
+#include <string>
+#include <vector>
+
+#include "graphics/surface.h"
+#include "hosts/sdl/geometry.h"
+
+namespace sdl {
+
+/// A bar of that width with texts one below the other, broken into lines. `scale` as of View.
+phone::Surface DrawNotices(const std::vector<std::u16string>& texts, int width, int scale);
+
+/// The key map, as large as `scale` wants it and as small as the room needs it.
+phone::Surface DrawKeyMap(Size room, int scale);
+
+/// A question, and its two buttons inside of the picture.
+struct QuestionPicture {
+  phone::Surface picture;
+  SDL_Rect yes;  ///< px, in the picture
+  SDL_Rect no;   ///< px, in the picture
+};
+QuestionPicture DrawQuestion(const std::u16string& text, const std::u16string& yes, const std::u16string& no, int width,
+                             int scale);
+
+}  // namespace sdl
