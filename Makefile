@@ -9,8 +9,9 @@ RUN_PACKAGES := fonts-dejavu-core fonts-noto-core fonts-noto-cjk fonts-noto-colo
 TEST_PACKAGES := libgtest-dev
 LINT_PACKAGES := clang-format clang-tidy
 ARTWORK_PACKAGES := librsvg2-bin netpbm icoutils fonts-dejavu-core
+FUZZ_PACKAGES := clang libclang-rt-dev llvm
 
-.PHONY: help build run test trials tour artwork lint format asan tsan install clean
+.PHONY: help build run test trials fuzz tour artwork lint format asan tsan install clean
 
 help: ## list these targets
 	@grep -hE '^[a-z]+:.*##' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## /  make \1|/' | column -t -s '|'
@@ -46,6 +47,12 @@ test: ## build and run every test
 
 trials: test ## the trials whole: killed 300 times, disks that fill up, threads at random
 	$(BUILD)/trials/trial_kills --rounds 300
+
+fuzz: ## every fuzzer for a minute; LONG=1: until ten minutes have brought nothing new, thirty at the most
+	@scripts/install-packages.sh $(BUILD_PACKAGES) $(RUN_PACKAGES) $(FUZZ_PACKAGES)
+	cmake --preset fuzz
+	cmake --build --preset fuzz -j $(JOBS)
+	scripts/fuzz.sh $(BUILD)/fuzz $(if $(LONG),--until-quiet)
 
 asan: ## every test under the address, leak and undefined-behaviour sanitizers
 	$(call run_tests,asan)
