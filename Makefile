@@ -7,11 +7,12 @@ BUILD_PACKAGES := g++ cmake ninja-build pkg-config binutils-mingw-w64-x86-64 lib
   libpango1.0-dev libcairo2-dev libfontconfig-dev libpng-dev zlib1g-dev libxml2-dev libicu-dev nlohmann-json3-dev
 RUN_PACKAGES := fonts-dejavu-core fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji xdg-utils
 TEST_PACKAGES := libgtest-dev
+BENCH_PACKAGES := libbenchmark-dev
 LINT_PACKAGES := clang-format clang-tidy
 ARTWORK_PACKAGES := librsvg2-bin netpbm icoutils fonts-dejavu-core
 FUZZ_PACKAGES := clang libclang-rt-dev llvm
 
-.PHONY: help build run test trials fuzz tour artwork lint format asan tsan install clean
+.PHONY: help build run test trials fuzz bench tour artwork lint format asan tsan install clean
 
 help: ## list these targets
 	@grep -hE '^[a-z]+:.*##' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## /  make \1|/' | column -t -s '|'
@@ -59,6 +60,12 @@ asan: ## every test under the address, leak and undefined-behaviour sanitizers
 
 tsan: ## every test under the thread sanitizer
 	$(call run_tests,tsan)
+
+bench: ## the benchmarks, each beside its baseline, and one table of their ratios: build/bench/ratios.json
+	@scripts/install-packages.sh $(BUILD_PACKAGES) $(RUN_PACKAGES) $(BENCH_PACKAGES)
+	cmake --preset bench
+	cmake --build --preset bench -j $(JOBS)
+	scripts/bench.sh $(BUILD)/bench
 
 lint: build ## formatting and static checks
 	@scripts/install-packages.sh $(LINT_PACKAGES)

@@ -1,0 +1,41 @@
+#include <cstddef>
+
+#include "support/counted_allocations.h"
+
+namespace bench {
+
+namespace {
+
+std::atomic<int> allocations{0};
+
+}  // namespace
+
+int TakeAllocations() {
+  return allocations.exchange(0);
+}
+
+}  // namespace bench
+
+extern "C" {
+
+// The C library's own, under names of its own.
+void* __libc_malloc(std::size_t size);
+void* __libc_calloc(std::size_t count, std::size_t size);
+void* __libc_realloc(void* memory, std::size_t size);
+
+void* malloc(std::size_t size) {
+  ++bench::allocations;
+  return __libc_malloc(size);
+}
+
+void* calloc(std::size_t count, std::size_t size) {
+  ++bench::allocations;
+  return __libc_calloc(count, size);
+}
+
+void* realloc(void* memory, std::size_t size) {
+  ++bench::allocations;
+  return __libc_realloc(memory, size);
+}
+
+}  // extern "C"

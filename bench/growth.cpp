@@ -1,0 +1,180 @@
+// Time and memory of many themes, plug-ins and favourites: what each of them costs where there are many, beside what
+// each costs where there are a hundred.
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/status.h"
+#include "support/compare.h"
+#include "support/counted_calls.h"
+#include "support/layouts.h"
+#include "support/memory.h"
+#include "support/program.h"
+#include "themes/catalog.h"
+#include "themes/favorites.h"
+#include "themes/writer.h"
+#include "themes/xml_reading.h"
+
+namespace {
+
+using namespace bench;
+
+constexpr int kFew = 100;
+constexpr int kCounts[] = {kFew, 1'000, 10'000};
+constexpr double kTimeBound = 1.5;
+constexpr double kMemoryBound = 1.1;
+
+/// Folder names of the phone, by what they hold.
+std::u16string Themes(int count) {
+  const std::string digits = std::to_string(count);
+  return u"\\Themes " + std::u16string(digits.begin(), digits.end());
+}
+std::u16string Plugins(int count) {
+  const std::string digits = std::to_string(count);
+  return u"\\Plugins " + std::u16string(digits.begin(), digits.end());
+}
+std::u16string Favorites(int count) {
+  const std::string digits = std::to_string(count);
+  return u"\\Favorites " + std::u16string(digits.begin(), digits.end());
+}
+
+const Phone& ThePhone() {
+  static const std::unique_ptr<Phone> phone = [] {
+    auto made = std::make_unique<Phone>();
+    for (const int count : kCounts) {
+      const std::string digits = std::to_string(count);
+      made->AddThemes("Themes " + digits, count, 8);
+      made->AddLayout("Plugins " + digits, "One", LayoutOfPlugins("One", count));
+      made->AddFavorites("Favorites " + digits, count);
+    }
+    return made;
+  }();
+  return *phone;
+}
+
+/// Something that there can be many of: how to have them, and how to be rid of them again.
+struct Kind {
+  const char* name;
+  void (*have)(Program& program, int count);
+  void (*drop)(Program& program);
+};
+
+void DropThemes(Program& program) {
+  program.controller().themeList.reset();
+  Unexamined(program.controller().ClearThemeRecords());
+}
+
+void HaveThemes(Program& program, int count) {
+  program.ShowThemes(Themes(count).c_str());
+}
+
+void DropPlugins(Program& program) {
+  program.controller().pluginList.reset();
+  Unexamined(program.controller().ClearPluginRecords());
+  DropThemes(program);
+}
+
+/// From the file to the editor, and saved.
+void HavePlugins(Program& program, int count) {
+  CAppController& controller = program.controller();
+  const std::u16string folder = Plugins(count);
+  Unexamined(LoadThemeCatalog(folder.c_str(), controller.themeRecords));
+  Unexamined(ReadThemePlugins(*controller.themeRecords, controller.pluginRecords));
+  Unexamined(controller.BuildPluginList(program.window()));
+  Unexamined(WriteThemeFile(controller.themeRecords->document.get(), TEXT("Saved"), (folder + u"\\Saved.xml").c_str(),
+                            controller.pluginList.get()));
+}
+
+void DropFavorites(Program& program) {
+  program.controller().favoriteList.reset();
+  Unexamined(program.controller().ClearFavoriteRecords());
+}
+
+void HaveFavorites(Program& program, int count) {
+  CAppController& controller = program.controller();
+  Unexamined(LoadFavorites(Favorites(count).c_str(), controller.favoriteRecords));
+  Unexamined(controller.BuildFavoriteList(program.window()));
+}
+
+constexpr Kind kKinds[] = {{"themes", HaveThemes, DropThemes},
+                           {"plug-ins", HavePlugins, DropPlugins},
+                           {"favourites", HaveFavorites, DropFavorites}};
+
+struct Cost {
+  double time;
+  double memory;
+};
+
+/// Of one item among that many.
+Cost CostOf(Program& program, const Kind& kind, int count) {
+  const double before = Memory();
+  const double time = Time([&] { kind.have(program, count); });
+  const double memory = Memory() - before;
+  kind.drop(program);
+  return {time / count, memory / count};
+}
+
+void Growth(benchmark::State& state, const Kind& kind, int count, bool of_memory) {
+  WithProgram(ThePhone().path(), [&](Program& program) {
+    FlushForReal(false);
+    DropThemes(program);
+    CostOf(program, kind, kFew);  // what is kept for the next time is there from now on
+    CostOf(program, kind, count);
+    Samples few;
+    Samples many;
+    Cost one = {};
+    Cost one_of_few = {};
+    for (auto _ : state) {
+      CostOf(program, kind, kFew);  // pays for what the many have left behind in the allocator
+      one_of_few = CostOf(program, kind, kFew);
+      one = CostOf(program, kind, count);
+      few.Add(one_of_few.time);
+      many.Add(one.time);
+      state.SetIterationTime(one.time * count);
+    }
+    if (of_memory) return Report(state, one.memory / one_of_few.memory, kMemoryBound);
+    Report(state, many.Best() / few.Best(), kTimeBound);
+  });
+}
+
+/// What each theme takes beyond its document, beside the sizes of what stands for it.
+void ThemeMemory(benchmark::State& state) {
+  constexpr int kThemes = 1'000;
+  constexpr double kRecords = sizeof(ThemeRecord) + sizeof(ListItem) + sizeof(CVisualGroup) + sizeof(CTextVisual) +
+                              sizeof(ChildNode<CTextVisual>);
+  WithProgram(ThePhone().path(), [&](Program& program) {
+    DropThemes(program);
+    double documents = 0;
+    double themes = 0;
+    for (auto _ : state) {
+      const double before = Memory();
+      state.SetIterationTime(Time([&] { HaveThemes(program, kThemes); }));
+      themes = Memory() - before;
+      std::vector<ComPtr<IXMLDOMDocument>> loaded(kThemes);
+      const double between = Memory();
+      int number = 0;
+      for (const ThemeRecord& theme : RingRange(program.controller().themeRecords))
+        Unexamined(LoadXmlFile(theme.path, loaded[number++]));
+      documents = Memory() - between;
+    }
+    Report(state, (themes - documents) / kThemes / kRecords, 1.3);
+  });
+}
+
+[[maybe_unused]] const bool registered = [] {
+  AddRow("memory of a theme in list and catalog", 1, ThemeMemory);
+  for (const Kind& kind : kKinds) {
+    for (const int count : kCounts) {
+      if (count == kFew) continue;
+      const std::string name = std::to_string(count) + " " + kind.name;
+      AddRow("time of each of " + name, 7, [&kind, count](auto& state) { Growth(state, kind, count, false); });
+      AddRow("memory of each of " + name, 1, [&kind, count](auto& state) { Growth(state, kind, count, true); });
+    }
+  }
+  return true;
+}();
+
+}  // namespace
+
+BENCHMARK_MAIN();
