@@ -11,8 +11,11 @@ BENCH_PACKAGES := libbenchmark-dev
 LINT_PACKAGES := clang-format clang-tidy
 ARTWORK_PACKAGES := librsvg2-bin netpbm icoutils fonts-dejavu-core
 FUZZ_PACKAGES := clang libclang-rt-dev llvm
+PACKAGE_PACKAGES := dpkg-dev file gzip man-db groff lintian desktop-file-utils appstream
 
-.PHONY: help build run test trials fuzz bench tour artwork lint format asan tsan install clean
+
+
+.PHONY: help build run test asan tsan trials fuzz bench tour artwork lint format install package clean
 
 help: ## list these targets
 	@grep -hE '^[a-z]+:.*##' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## /  make \1|/' | column -t -s '|'
@@ -20,7 +23,7 @@ help: ## list these targets
 build: ## the release build: build/quillmark and build/quillmark-headless
 	@scripts/install-packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES)
 	cmake --preset release
-	cmake --build $(BUILD) --target quillmark quillmark-headless -j $(JOBS)
+	cmake --build $(BUILD) --target quillmark quillmark-headless compressed_documents -j $(JOBS)
 
 run: build ## open the phone; with no display, play the tour and name its pictures
 	@scripts/install-packages.sh $(RUN_PACKAGES)
@@ -76,8 +79,13 @@ format: ## format the sources
 	@scripts/install-packages.sh clang-format
 	git ls-files -z -- '*.cpp' '*.h' | xargs -0 clang-format -i
 
-install: build ## program, data: DESTDIR and PREFIX are respected
+install: build ## programs, data, manual pages, desktop entry, icons: DESTDIR and PREFIX are respected
 	cmake --install $(BUILD) $(if $(PREFIX),--prefix $(PREFIX))
+
+package: build ## build/package/quillmark_*.deb, checked
+	@scripts/install-packages.sh $(PACKAGE_PACKAGES)
+	cpack --config $(BUILD)/CPackConfig.cmake -B $(BUILD)/package
+	scripts/check-package.sh $(BUILD)/package
 
 clean: ## remove the build folder
 	rm -rf $(BUILD)
