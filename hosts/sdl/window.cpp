@@ -104,7 +104,8 @@ void Window::HandleEvent(const SDL_WindowEvent& event) {
     case SDL_WINDOWEVENT_SHOWN: Refresh(); break;
     case SDL_WINDOWEVENT_SIZE_CHANGED: HandleSize(); break;
     case SDL_WINDOWEVENT_MOVED:
-      if (IsPlain()) state_.position = SDL_Point{event.data1, event.data2};
+      // The event may be older than the place that the window was given last.
+      if (IsPlain()) state_.position = Place();
       break;
     default: break;
   }
@@ -161,7 +162,9 @@ bool Window::Open() {
   const SDL_Point place = state_.position.value_or(Centre());
   MoveTo(place);
   SDL_ShowWindow(window_.get());
-  // The desktop has put a frame around it only now.
+  // The desktop has put a frame around it only now, and SDL hears of that as of an event.
+  SDL_PumpEvents();
+  ApplyScale();
   MoveTo(place);
   return true;
 }
@@ -197,33 +200,41 @@ SDL_Point Window::Centre() const {
   return {usable.x + (usable.w - size.x) / 2, usable.y + (usable.h - size.y) / 2};
 }
 
+SDL_Point Window::Place() const {
+  SDL_Point place = {};
+  SDL_GetWindowPosition(window_.get(), &place.x, &place.y);
+  return place;
+}
+
+Window::Frame Window::FrameSize() const {
+  Frame frame;
+  SDL_GetWindowBordersSize(window_.get(), &frame.top, &frame.left, &frame.bottom, &frame.right);
+  return frame;
+}
+
 /// Moves the window's content to a place, or as near to it as no part of the window or its frame is off the displays.
 void Window::MoveTo(SDL_Point place) {
-  int top = 0;
-  int left = 0;
-  int bottom = 0;
-  int right = 0;
-  SDL_GetWindowBordersSize(window_.get(), &top, &left, &bottom, &right);
-  SDL_Rect whole = {place.x - left, place.y - top, 0, 0};
-  SDL_GetWindowSize(window_.get(), &whole.w, &whole.h);
-  whole.w += left + right;
-  whole.h += top + bottom;
+  const Frame frame = FrameSize();
+  SDL_Point size = {};
+  SDL_GetWindowSize(window_.get(), &size.x, &size.y);
+  const SDL_Rect whole = {place.x - frame.left, place.y - frame.top, size.x + frame.left + frame.right,
+                          size.y + frame.top + frame.bottom};
   const SDL_Point corner = PlaceWindow(whole, AllUsableBounds());
-  SDL_SetWindowPosition(window_.get(), corner.x + left, corner.y + top);
+  SDL_SetWindowPosition(window_.get(), corner.x + frame.left, corner.y + frame.top);
 }
 
 int Window::ApplyScale() {
   density_ = Density();
   const SDL_Rect usable = UsableBounds();
-  const Size room = {static_cast<int>(usable.w * density_), static_cast<int>(usable.h * density_)};
+  const Frame frame = FrameSize();
+  const Size room = {static_cast<int>((usable.w - frame.left - frame.right) * density_),
+                     static_cast<int>((usable.h - frame.top - frame.bottom) * density_)};
   scale_ = state_.scale ? std::min(state_.scale, LargestScale(screen_, room)) : ComfortableScale(screen_, room);
   SDL_SetWindowMinimumSize(window_.get(), Units(screen_.width, density_), Units(screen_.height, density_));
   if (IsFullScreen()) return scale_;
   const SDL_Point size = {Units(screen_.width * scale_, density_), Units(screen_.height * scale_, density_)};
   SDL_SetWindowSize(window_.get(), size.x, size.y);
-  SDL_Point place = {};
-  SDL_GetWindowPosition(window_.get(), &place.x, &place.y);
-  MoveTo(place);
+  MoveTo(Place());
   return scale_;
 }
 

@@ -66,12 +66,22 @@ class Window {
   void ShowNotice(const std::string& notice);
 
  private:
+  /// What the desktop puts around the window, in its units.
+  struct Frame {
+    int top = 0;
+    int left = 0;
+    int bottom = 0;
+    int right = 0;
+  };
+
   bool Open();
   bool HasFlag(Uint32 flag) const;
   bool IsPlain() const;
   double Density() const;
   SDL_Rect UsableBounds() const;
   SDL_Point Centre() const;
+  SDL_Point Place() const;
+  Frame FrameSize() const;
   void MoveTo(SDL_Point place);
   int ApplyScale();
   void HandleSize();
