@@ -3,18 +3,33 @@
 #include <SDL_syswm.h>
 
 #include <atomic>
+#include <csetjmp>
+#include <cstdlib>
+#include <iostream>
+#include <thread>
 
 namespace sdl {
 namespace {
 
 std::atomic<bool> g_lost = false;
+std::thread::id g_owner;
 
-// Xlib's own answer to a lost connection is to end the program, in the middle of whatever it does.
+// SDL's wait goes on without end when its connection is lost; this leads out of it, over frames of C only.
+std::jmp_buf g_way_out;
+bool g_waiting = false;
+
 int NoteLoss(Display*) {
   g_lost = true;
+  if (std::this_thread::get_id() != g_owner) {
+    // It wanted to wake the owner up. There is no way back from here, and nothing to come back for.
+    std::cerr << "quillmark: " << kDisplayLost << std::endl;
+    std::_Exit(EXIT_FAILURE);
+  }
+  if (g_waiting) std::longjmp(g_way_out, 1);
   return 0;
 }
 
+/// What Xlib calls instead of exit.
 void LiveOn(Display*, void*) {}
 
 using SetHandler = decltype(&XSetIOErrorHandler);
@@ -32,12 +47,24 @@ void SurviveDisplayLoss(SDL_Window* window) {
   const auto set_handler = reinterpret_cast<SetHandler>(SDL_LoadFunction(library, "XSetIOErrorHandler"));
   const auto set_exit = reinterpret_cast<SetExitHandler>(SDL_LoadFunction(library, "XSetIOErrorExitHandler"));
   if (!set_handler || !set_exit) return;
+  g_owner = std::this_thread::get_id();
   set_handler(NoteLoss);
   set_exit(info.info.x11.display, LiveOn, nullptr);
 }
 
 bool DisplayIsLost() {
   return g_lost;
+}
+
+bool WaitForEvent(SDL_Event& event, int milliseconds) {
+  if (g_lost || setjmp(g_way_out) != 0) {
+    g_waiting = false;
+    return false;
+  }
+  g_waiting = true;
+  const bool got = SDL_WaitEventTimeout(&event, milliseconds) != 0;
+  g_waiting = false;
+  return got;
 }
 
 }  // namespace sdl

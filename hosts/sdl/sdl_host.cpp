@@ -10,7 +10,6 @@
 namespace sdl {
 namespace {
 
-constexpr char kDisplayLost[] = "the display has gone away";
 constexpr char kNotOpened[] = "The page cannot be opened.";
 constexpr char kReplayEnded[] = "The replay has ended; the keys are yours.";
 constexpr std::int32_t kLongestLag = 100;  ///< ms
@@ -30,6 +29,7 @@ const EventTypes& Types() {
 }
 
 void Push(Uint32 type, int code) {
+  if (DisplayIsLost()) return;
   SDL_Event event = {};
   event.type = type;
   event.user.code = code;
@@ -101,7 +101,7 @@ void SdlHost::EndReplay() {
 std::optional<SDL_Event> SdlHost::NextEvent(std::uint32_t patience) {
   if (early_event_) return std::exchange(early_event_, std::nullopt);
   SDL_Event event;
-  if (SDL_WaitEventTimeout(&event, static_cast<int>(std::min(patience, controls_.TimeLeft())))) return event;
+  if (WaitForEvent(event, static_cast<int>(std::min(patience, controls_.TimeLeft())))) return event;
   return std::nullopt;
 }
 
