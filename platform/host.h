@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace phone {
 
@@ -45,6 +46,9 @@ class Host {
   /// The program has left the foreground (back navigation), or was brought to the front by a second start.
   virtual void LeaveForeground() = 0;
   virtual void ComeToForeground() = 0;
+  /// The text on the desktop's clipboard, empty when there is none; and a text to put there.
+  virtual std::u16string ClipboardText() { return {}; }
+  virtual void SetClipboardText(std::u16string_view) {}
   /// The main window is going away; what the program still does, waiting for its worker, needs no screen.
   virtual void WindowGone() {}
   /// Opens a document that the program wants shown: `program` is the viewer's path on the phone, `document` the file's

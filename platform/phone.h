@@ -42,12 +42,26 @@ int Run(Host& host, const Options& options, EntryPoint entry);
 // What hands do waits in the order in which it is done until the program has handled what came before. None of these
 // operations runs the program's code; that happens once WaitForInput has returned.
 
+/// Keys of a desktop's keyboard that change what another key does in an edit field; the phone itself has none.
+struct KeyModifiers {
+  bool shift = false;
+  bool control = false;
+};
+
 /// Keys of the phone by their virtual-key code: VK_UP, VK_RETURN, VK_TBACK, VK_TSOFT1, ... They go to an open menu or
 /// message box, to the shell, or to the window with the focus. Nothing happens while the program is in the background.
-void PressKey(UINT key);
+/// An edit field knows VK_INSERT and, with control, the letters A, C, V and X by their capitals' codes, too.
+void PressKey(UINT key, KeyModifiers modifiers = {});
 void ReleaseKey(UINT key);
 /// One UTF-16 code unit typed, to the window with the focus.
 void TypeCharacter(WCHAR character);
+/// A pointer's click at a place of the screen, in pixels, done with the phone's keys as a person would: it presses the
+/// soft key there, chooses the item of the open menu, answers the message box, or gives the edit field the focus and
+/// puts the caret there (with shift, selects up to there). What is open keeps clicks from what lies behind it; one
+/// beside an open menu closes it. False when nothing is there, and then nothing happens.
+bool Click(int x, int y, KeyModifiers modifiers = {});
+/// The pointer, held down since the last click, is at another place now: a field that was clicked selects up to there.
+void DragTo(int x, int y);
 /// Chooses an item of the open menu by its position from 0. False when there is none.
 bool ChooseMenuItem(std::size_t index);
 /// Answers the open message box with IDYES, IDNO or IDOK. False without a box or such a button.
@@ -71,7 +85,10 @@ struct EditState {
   std::u16string text;
   RECT rect;  ///< px, in the client area
   bool focus;
-  int caret;  ///< UTF-16 code units before it
+  int caret;            ///< UTF-16 code units before it
+  int selection_start;  ///< UTF-16 code units before what is selected; as the end when nothing is
+  int selection_end;
+  RECT caret_rect;  ///< px, on the screen
 };
 
 struct BoxState {

@@ -67,9 +67,20 @@ int MeasureLine(std::u16string_view text, const LineStyle& style) {
   return face ? CachedLine(*face, text).width : 0;
 }
 
-std::vector<int> CaretPositions(std::u16string_view text, const LineStyle& style) {
+int CaretPosition(std::u16string_view text, std::size_t unit, const LineStyle& style) {
   const Ref<Face> face = FaceOf(style);
-  return face ? CaretPlaces(*face, text) : std::vector<int>(text.size() + 1);
+  return face ? CaretPlace(*face, text, unit) : 0;
+}
+
+std::size_t CaretAt(std::u16string_view text, int x, const LineStyle& style) {
+  const Ref<Face> face = FaceOf(style);
+  return face ? UnitAt(*face, text, x) : 0;
+}
+
+std::vector<Stretch> CoveredStretches(std::u16string_view text, std::size_t start, std::size_t end,
+                                      const LineStyle& style) {
+  const Ref<Face> face = FaceOf(style);
+  return face ? StretchesOf(*face, text, start, end) : std::vector<Stretch>();
 }
 
 }  // namespace phone

@@ -10,6 +10,7 @@
 #include "graphics/bitmap.h"
 #include "graphics/counted.h"
 #include "graphics/raster.h"
+#include "graphics/surface.h"
 
 // Pango's own headers come after the platform's, which define TRUE and FALSE.
 using PangoFontDescription = struct _PangoFontDescription;
@@ -45,9 +46,10 @@ struct Line {
 /// Shapes a line and renders the part of it that lies in `window`. Throws std::bad_alloc.
 Line RenderLine(const Face& face, std::u16string_view text, const Area& window);
 
-/// The x of the caret before each code unit and after the last, px from the line's left edge. Inside of what is one
-/// character to a reader it stays before that character. Throws std::bad_alloc.
-std::vector<int> CaretPlaces(const Face& face, std::u16string_view text);
+/// Places in a line, as surface.h has them. Throw std::bad_alloc.
+int CaretPlace(const Face& face, std::u16string_view text, std::size_t unit);
+std::size_t UnitAt(const Face& face, std::u16string_view text, int x);
+std::vector<Stretch> StretchesOf(const Face& face, std::u16string_view text, std::size_t start, std::size_t end);
 
 /// The rendered line, kept for the next time. It stays valid until the next call. Throws std::bad_alloc.
 const Line& CachedLine(const Face& face, std::u16string_view text);

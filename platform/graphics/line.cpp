@@ -71,18 +71,6 @@ PixmanImage RenderRuns(const PangoLayoutLine* line, const Area& ink, Glyphs glyp
   return image;
 }
 
-/// How many bytes of UTF-8 the code unit at `i` begins; 0 for the second half of a pair.
-int Utf8Length(std::u16string_view text, std::size_t i) noexcept {
-  const auto is_high = [](char16_t unit) { return (unit & 0xFC00) == 0xD800; };
-  const auto is_low = [](char16_t unit) { return (unit & 0xFC00) == 0xDC00; };
-  const char16_t unit = text[i];
-  if (is_low(unit) && i > 0 && is_high(text[i - 1])) return 0;
-  if (is_high(unit) && i + 1 < text.size() && is_low(text[i + 1])) return 4;
-  // The character that replaces a zero or half a pair has three.
-  if (unit == 0 || unit >= 0x800) return 3;
-  return unit < 0x80 ? 1 : 2;
-}
-
 }  // namespace
 
 Line RenderLine(const Face& face, std::u16string_view text, const Area& window) {
@@ -102,30 +90,6 @@ Line RenderLine(const Face& face, std::u16string_view text, const Area& window) 
   line.mask = RenderRuns(shaped, *part, Glyphs::plain);
   if (HasColoredGlyphs(shaped)) line.colored = RenderRuns(shaped, *part, Glyphs::colored);
   return line;
-}
-
-std::vector<int> CaretPlaces(const Face& face, std::u16string_view text) {
-  std::vector<int> places;
-  places.reserve(text.size() + 1);
-  PangoLayout* layout = LayOutLine(face, text);
-  int count = 0;
-  const PangoLogAttr* attributes = pango_layout_get_log_attrs_readonly(layout, &count);
-  int index = 0;       // of a byte
-  int character = -1;  // as Pango counts them
-  for (std::size_t i = 0; i <= text.size(); ++i) {
-    const int length = i < text.size() ? Utf8Length(text, i) : 1;
-    if (length != 0) ++character;
-    const bool stays = length == 0 || (character < count && attributes[character].is_cursor_position == 0);
-    if (stays && !places.empty()) {
-      places.push_back(places.back());
-    } else {
-      PangoRectangle strong = {};
-      pango_layout_get_cursor_pos(layout, index, &strong, nullptr);
-      places.push_back(PANGO_PIXELS(strong.x));
-    }
-    index += length;
-  }
-  return places;
 }
 
 }  // namespace phone

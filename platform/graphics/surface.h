@@ -50,8 +50,21 @@ struct LineStyle {
 void DrawLine(Surface& target, const RECT& rect, std::u16string_view text, const LineStyle& style, int scroll = 0);
 /// The width of a line in pixels.
 int MeasureLine(std::u16string_view text, const LineStyle& style);
-/// The x of the caret before each code unit and after the last: text.size() + 1 values, px from the line's left edge.
-std::vector<int> CaretPositions(std::u16string_view text, const LineStyle& style);
+
+/// A part of a line, px from its left edge; the right one is outside.
+struct Stretch {
+  int left;
+  int right;
+};
+
+/// The x of the caret before a code unit, or after the last, px from the line's left edge. Inside of what is one
+/// character to a reader it stays before that character.
+int CaretPosition(std::u16string_view text, std::size_t unit, const LineStyle& style);
+/// The code unit before which a caret stands nearest to x; the text's length for one after the last.
+std::size_t CaretAt(std::u16string_view text, int x, const LineStyle& style);
+/// What the code units from start up to end cover: several stretches where a line is read in both directions.
+std::vector<Stretch> CoveredStretches(std::u16string_view text, std::size_t start, std::size_t end,
+                                      const LineStyle& style);
 
 /// A device context that draws on a surface, for BeginPaint; the surface outlives it. `name` is what the draw trace
 /// calls it ("window").

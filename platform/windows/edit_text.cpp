@@ -1,43 +1,41 @@
 #include "windows/edit_text.h"
 
-#include <unicode/ubrk.h>
+#include <unicode/ubidi.h>
 #include <unicode/utf16.h>
 
-#include <memory>
+#include <algorithm>
 
 #include "system/text.h"
+#include "windows/text_breaks.h"
 
 namespace phone {
 
 namespace {
 
-struct CloseBreaks {
-  void operator()(UBreakIterator* breaks) const { ubrk_close(breaks); }
-};
-using Breaks = std::unique_ptr<UBreakIterator, CloseBreaks>;
-
-/// The boundaries of what a person takes for one character: letter with accents, emoji sequence. Null on failure.
-Breaks CharacterBreaks(const std::u16string& text) {
-  UErrorCode status = U_ZERO_ERROR;
-  Breaks breaks(ubrk_open(UBRK_CHARACTER, "", text.data(), static_cast<std::int32_t>(text.size()), &status));
-  return U_SUCCESS(status) ? std::move(breaks) : nullptr;
-}
-
 bool IsControl(WCHAR unit) {
   return unit < 0x20 || (unit >= 0x7F && unit <= 0x9F);
 }
 
-bool IsBreak(WCHAR unit) {
-  return unit == u'\t' || unit == u'\n' || unit == u'\r' || unit == 0x85 || unit == 0x2028 || unit == 0x2029;
+bool IsLineBreak(WCHAR unit) {
+  return unit == u'\n' || unit == u'\r' || unit == 0x85 || unit == 0x2028 || unit == 0x2029;
 }
 
-}  // namespace
+bool IsBreak(WCHAR unit) {
+  return unit == u'\t' || IsLineBreak(unit);
+}
 
-void EditText::Set(std::u16string_view text) {
+bool IsHalf(std::u16string_view text, std::size_t i) {
+  if (U16_IS_LEAD(text[i])) return i + 1 == text.size() || !U16_IS_TRAIL(text[i + 1]);
+  return U16_IS_TRAIL(text[i]) && (i == 0 || !U16_IS_LEAD(text[i - 1]));
+}
+
+/// One line of the text: breaks are blanks, other controls dropped. What comes after `most` code units may be missing.
+std::u16string CleanLine(std::u16string_view text, std::size_t most) {
   std::u16string kept;
-  kept.reserve(std::min(text.size(), kLongestFieldText));
+  kept.reserve(std::min(text.size(), most));
   WCHAR previous = 0;
   for (const WCHAR unit : text) {
+    if (kept.size() >= most) break;
     const bool second_of_line_end = unit == u'\n' && previous == u'\r';
     previous = unit;
     if (second_of_line_end) continue;
@@ -46,9 +44,39 @@ void EditText::Set(std::u16string_view text) {
     else if (!IsControl(unit))
       kept.push_back(unit);
   }
+  return kept;
+}
+
+std::u16string_view WithoutLineBreaksAtEnds(std::u16string_view text) {
+  const auto first = std::ranges::find_if_not(text, IsLineBreak);
+  text.remove_prefix(static_cast<std::size_t>(first - text.begin()));
+  while (!text.empty() && IsLineBreak(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+void DropHalves(std::u16string& text) {
+  std::u16string whole;
+  whole.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i)
+    if (!IsHalf(text, i)) whole.push_back(text[i]);
+  text = std::move(whole);
+}
+
+}  // namespace
+
+std::u16string_view EditText::selected() const {
+  return std::u16string_view(text_).substr(selection_start(), selection_end() - selection_start());
+}
+
+bool EditText::runs_leftwards() const {
+  return ubidi_getBaseDirection(text_.data(), static_cast<std::int32_t>(text_.size())) == UBIDI_RTL;
+}
+
+void EditText::Set(std::u16string_view text) {
+  std::u16string kept = CleanLine(text, kLongestFieldText + 1);
   kept.resize(CutLength(kept, kLongestFieldText));
   text_ = std::move(kept);
-  caret_ = text_.size();
+  caret_ = anchor_ = text_.size();
   first_half_ = 0;
 }
 
@@ -62,74 +90,77 @@ void EditText::Type(WCHAR unit) {
   if (IsControl(unit) || IsBreak(unit)) return;
   const bool is_second_half = U16_IS_TRAIL(unit);
   if (is_second_half && first_half == 0) return;
-  const std::size_t length = is_second_half ? 2 : 1;
-  if (text_.size() + length > kLongestFieldText) return;
-  if (is_second_half)
-    text_.insert(caret_, {first_half, unit});
-  else
-    text_.insert(caret_, 1, unit);
-  caret_ += length;
-  // What was typed may have joined the characters around it into one; the caret goes behind that.
-  if (caret_ < text_.size()) {
-    const Breaks breaks = CharacterBreaks(text_);
-    if (breaks != nullptr && !ubrk_isBoundary(breaks.get(), static_cast<std::int32_t>(caret_)))
-      caret_ = CharacterAfter();
-  }
+  const WCHAR pair[] = {first_half, unit};
+  const std::u16string_view typed = is_second_half ? std::u16string_view(pair, 2) : std::u16string_view(&unit, 1);
+  if (typed.size() <= Room()) Replace(typed);
 }
 
-bool EditText::DeleteBefore() {
-  const std::size_t start = CharacterBefore();
-  if (start == caret_) return false;
-  text_.erase(start, caret_ - start);
-  caret_ = start;
+bool EditText::Insert(std::u16string_view text) {
+  // Cleaning looks a little further than there is room, so that the cut can tell where a character ends.
+  constexpr std::size_t kLookAhead = 64;
+  const std::size_t room = Room();
+  std::u16string line = CleanLine(WithoutLineBreaksAtEnds(text), room + kLookAhead);
+  DropHalves(line);
+  if (line.size() > room) line.resize(CharacterStart(line, room));
+  if (line.empty()) return false;
+  Replace(line);
   return true;
 }
 
-bool EditText::DeleteAfter() {
-  const std::size_t end = CharacterAfter();
-  if (end == caret_) return false;
-  text_.erase(caret_, end - caret_);
+bool EditText::Delete(Place place) {
+  if (caret_ == anchor_) anchor_ = Find(place);
+  if (caret_ == anchor_) return false;
+  Replace({});
   return true;
 }
 
-bool EditText::MoveLeft() {
-  return MoveTo(CharacterBefore());
+bool EditText::Move(Place place, Selecting selecting) {
+  const bool leaves_selection = selecting == Selecting::no && caret_ != anchor_;
+  if (leaves_selection && place == Place::before) return MoveTo(selection_start(), selecting);
+  if (leaves_selection && place == Place::after) return MoveTo(selection_end(), selecting);
+  return MoveTo(Find(place), selecting);
 }
 
-bool EditText::MoveRight() {
-  return MoveTo(CharacterAfter());
-}
-
-bool EditText::MoveHome() {
-  return MoveTo(0);
-}
-
-bool EditText::MoveEnd() {
-  return MoveTo(text_.size());
-}
-
-std::size_t EditText::CharacterBefore() const {
-  if (caret_ == 0) return 0;
-  const Breaks breaks = CharacterBreaks(text_);
-  if (breaks != nullptr)
-    return static_cast<std::size_t>(ubrk_preceding(breaks.get(), static_cast<std::int32_t>(caret_)));
-  return CutLength(text_, caret_ - 1);
-}
-
-std::size_t EditText::CharacterAfter() const {
-  if (caret_ == text_.size()) return caret_;
-  const Breaks breaks = CharacterBreaks(text_);
-  if (breaks != nullptr)
-    return static_cast<std::size_t>(ubrk_following(breaks.get(), static_cast<std::int32_t>(caret_)));
-  const bool pair = U16_IS_LEAD(text_[caret_]) && caret_ + 1 < text_.size() && U16_IS_TRAIL(text_[caret_ + 1]);
-  return caret_ + (pair ? 2 : 1);
-}
-
-bool EditText::MoveTo(std::size_t caret) {
+bool EditText::MoveTo(std::size_t place, Selecting selecting) {
   first_half_ = 0;
-  if (caret == caret_) return false;
+  const std::size_t caret = CharacterStart(text_, place);
+  const std::size_t anchor = selecting == Selecting::yes ? anchor_ : caret;
+  const bool changed = caret != caret_ || anchor != anchor_;
   caret_ = caret;
-  return true;
+  anchor_ = anchor;
+  return changed;
+}
+
+bool EditText::SelectAll() {
+  MoveTo(0, Selecting::no);
+  return MoveTo(text_.size(), Selecting::yes);
+}
+
+std::size_t EditText::Find(Place place) const {
+  switch (place) {
+    case Place::before: return CharacterBefore(text_, caret_);
+    case Place::after: return CharacterAfter(text_, caret_);
+    case Place::word_before: return WordStartBefore(text_, caret_);
+    case Place::word_after: return WordEndAfter(text_, caret_);
+    case Place::home: return 0;
+    case Place::end: return text_.size();
+  }
+  return caret_;
+}
+
+std::size_t EditText::Room() const {
+  const std::size_t kept = text_.size() - selected().size();
+  return kLongestFieldText - std::min(kept, kLongestFieldText);
+}
+
+void EditText::Replace(std::u16string_view with) {
+  const std::size_t start = selection_start();
+  text_.replace(start, selected().size(), with);
+  caret_ = start + with.size();
+  // What stands next to each other now may have become one character; the caret goes behind that.
+  if (CharacterStart(text_, caret_) != caret_) caret_ = CharacterAfter(text_, caret_);
+  anchor_ = caret_;
+  first_half_ = 0;
 }
 
 }  // namespace phone

@@ -8,20 +8,32 @@ namespace phone {
 
 namespace {
 
-std::vector<const Window*> FieldsFromTheTop() {
+std::vector<Window*> FieldsFromTheTop() {
   const auto top = [](const Window* field) { return field->rect.top; };
-  std::vector<const Window*> fields;
+  std::vector<Window*> fields;
   for (const auto& window : TheDesktop().windows.all())
     if (window->edit) fields.insert(std::ranges::upper_bound(fields, window->rect.top, {}, top), window.get());
   return fields;
 }
 
+EditState LookAtField(Window& field) {
+  const EditText& content = field.edit->content;
+  RECT caret = CaretRect(field);
+  for (LONG* x : {&caret.left, &caret.right}) *x += field.rect.left;
+  for (LONG* y : {&caret.top, &caret.bottom}) *y += field.rect.top + kTitleStripHeight;
+  return {.text = content.text(),
+          .rect = field.rect,
+          .focus = field.handle == TheDesktop().focus,
+          .caret = static_cast<int>(content.caret()),
+          .selection_start = static_cast<int>(content.selection_start()),
+          .selection_end = static_cast<int>(content.selection_end()),
+          .caret_rect = caret};
+}
+
 void LookAtFields(State& state) {
-  for (const Window* field : FieldsFromTheTop()) {
-    const bool focused = field->handle == TheDesktop().focus;
-    if (focused) state.focused_edit = static_cast<int>(state.edits.size());
-    const EditText& content = field->edit->content;
-    state.edits.push_back({content.text(), field->rect, focused, static_cast<int>(content.caret())});
+  for (Window* field : FieldsFromTheTop()) {
+    state.edits.push_back(LookAtField(*field));
+    if (state.edits.back().focus) state.focused_edit = static_cast<int>(state.edits.size()) - 1;
   }
 }
 

@@ -2,13 +2,14 @@
 
 #include "windows/desktop.h"
 #include "windows/painting.h"
+#include "windows/pointer.h"
 
 namespace phone {
 
 namespace {
 
-void Put(InputKind kind, UINT value = 0) {
-  TheDesktop().input.waiting.push_back({kind, value});
+void Put(const Input& input) {
+  TheDesktop().input.waiting.push_back(input);
 }
 
 bool IsKey(UINT key) {
@@ -17,22 +18,32 @@ bool IsKey(UINT key) {
 
 }  // namespace
 
-void PressKey(UINT key) {
-  if (IsKey(key)) Put(InputKind::press, key);
+void PressKey(UINT key, KeyModifiers modifiers) {
+  if (IsKey(key)) Put({InputKind::press, key, modifiers});
 }
 
 void ReleaseKey(UINT key) {
-  if (IsKey(key)) Put(InputKind::release, key);
+  if (IsKey(key)) Put({InputKind::release, key});
 }
 
 void TypeCharacter(WCHAR character) {
-  Put(InputKind::character, character);
+  Put({InputKind::character, character});
+}
+
+bool Click(int x, int y, KeyModifiers modifiers) {
+  if (!CanClick({x, y})) return false;
+  Put({InputKind::click, static_cast<UINT>(TheDesktop().windows.all().size()), modifiers, {x, y}});
+  return true;
+}
+
+void DragTo(int x, int y) {
+  Put({InputKind::drag, 0, {}, {x, y}});
 }
 
 bool ChooseMenuItem(std::size_t index) {
   const std::optional<Menu>& menu = TheDesktop().menu;
   if (!menu || index >= menu->items.size() || !menu->items[index].enabled) return false;
-  Put(InputKind::menu_choice, static_cast<UINT>(index));
+  Put({InputKind::menu_choice, static_cast<UINT>(index)});
   return true;
 }
 
@@ -41,23 +52,23 @@ bool AnswerBox(int answer) {
   if (boxes.empty()) return false;
   const auto is_it = [answer](const BoxButton& button) { return button.answer == answer; };
   if (!std::ranges::any_of(boxes.back()->buttons, is_it)) return false;
-  Put(InputKind::box_answer, static_cast<UINT>(answer));
+  Put({InputKind::box_answer, static_cast<UINT>(answer)});
   return true;
 }
 
 bool SendCommand(int id) {
   const Desktop& desktop = TheDesktop();
   if (desktop.menu || !desktop.boxes.empty()) return false;
-  Put(InputKind::command, static_cast<UINT>(id));
+  Put({InputKind::command, static_cast<UINT>(id)});
   return true;
 }
 
 void SendHotKey(UINT key, bool released) {
-  Put(released ? InputKind::hotkey_up : InputKind::hotkey_down, key);
+  Put({released ? InputKind::hotkey_up : InputKind::hotkey_down, key});
 }
 
 void ComeBack() {
-  Put(InputKind::come_back);
+  Put({InputKind::come_back});
 }
 
 void ResizeClient(int width, int height) {
@@ -79,7 +90,7 @@ void InvalidateAll() {
 }
 
 void Close() {
-  Put(InputKind::close);
+  Put({InputKind::close});
 }
 
 }  // namespace phone

@@ -3,6 +3,7 @@
 #include "windows/desktop.h"
 #include "windows/focus.h"
 #include "windows/message_queue.h"
+#include "windows/pointer.h"
 #include "windows/shell_keys.h"
 
 namespace phone {
@@ -63,6 +64,7 @@ void PostToMain(UINT message, WPARAM wparam, LPARAM lparam) {
 }
 
 void Handle(const Input& input) {
+  TheDesktop().input.modifiers = input.modifiers;
   switch (input.kind) {
     case InputKind::press: return Press(input.value);
     case InputKind::release: return Release(input.value);
@@ -74,6 +76,8 @@ void Handle(const Input& input) {
       return;
     case InputKind::hotkey_down: return PostToMain(WM_HOTKEY, 0, HotKeyParameter(input.value, false));
     case InputKind::hotkey_up: return PostToMain(WM_HOTKEY, 0, HotKeyParameter(input.value, true));
+    case InputKind::click: return ClickAt(input);
+    case InputKind::drag: return DragPointer(input.at);
     case InputKind::come_back: return EnterForeground();
     case InputKind::close: return CloseAll();
   }

@@ -5,6 +5,7 @@
 #include <bitset>
 #include <deque>
 
+#include "phone.h"
 #include "windows.h"
 
 namespace phone {
@@ -18,6 +19,8 @@ enum class InputKind {
   command,      ///< value: the command, for the main window
   hotkey_down,  ///< value: the key, for the main window
   hotkey_up,
+  click,  ///< at a place of the screen; value: how many fields it may still pass on its way
+  drag,   ///< to a place of the screen
   come_back,
   close,
 };
@@ -25,6 +28,8 @@ enum class InputKind {
 struct Input {
   InputKind kind;
   UINT value = 0;
+  KeyModifiers modifiers = {};
+  POINT at = {};  ///< px, on the screen
 };
 
 inline constexpr std::size_t kKeyCodes = 0x10000;
@@ -33,6 +38,8 @@ struct InputQueue {
   std::deque<Input> waiting;
   std::bitset<kKeyCodes> held;  ///< keys that are down
   std::bitset<kKeyCodes> kept;  ///< keys whose press the phone kept for itself, so that it keeps the release too
+  KeyModifiers modifiers;       ///< of the input handled last
+  HWND dragged = nullptr;       ///< the field in which the pointer was pressed last; null for none
 };
 
 /// Hands the first waiting input to a menu, a message box, the shell or the window with the focus. False when there is

@@ -135,6 +135,31 @@ void ChooseInMenu(std::size_t index) {
   PostToWindow(owner, WM_COMMAND, command, 0);
 }
 
+MenuHit HitMenu(const Menu& menu, const Surface& client, POINT at) {
+  const Extent extent = MeasureMenu(menu, client);
+  const int left = menu.on_right ? client.width() - extent.width : 0;
+  int y = at.y - (client.height() - extent.height);
+  if (at.x < left || at.x >= left + extent.width || y < 0 || at.y >= client.height()) return {};
+  y -= kFrame;
+  if (extent.scrolls) y -= kMenuArrowHeight;
+  const std::size_t end = std::min(menu.first + extent.rows, menu.items.size());
+  if (y < 0) return {.part = menu.first > 0 ? MenuPart::up : MenuPart::frame};
+  const std::size_t index = menu.first + static_cast<std::size_t>(y / kMenuRowHeight);
+  if (index < end) return {.part = MenuPart::item, .index = index};
+  if (end < menu.items.size()) return {.part = MenuPart::down, .index = end};
+  return {.part = MenuPart::frame};
+}
+
+void ClickInMenu(const MenuHit& hit) {
+  Menu& menu = *TheDesktop().menu;
+  switch (hit.part) {
+    case MenuPart::item: return ChooseInMenu(hit.index);
+    case MenuPart::up: return Select(menu, menu.first - 1);
+    case MenuPart::down: return Select(menu, hit.index);
+    default: return;
+  }
+}
+
 void DrawMenu(Menu& menu, Surface& client) {
   if (menu.stale) {
     const Extent extent = MeasureMenu(menu, client);

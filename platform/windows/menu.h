@@ -39,6 +39,24 @@ void TypeInMenu(WCHAR character);
 /// does not exist or an item that cannot be chosen.
 void ChooseInMenu(std::size_t index);
 
+enum class MenuPart {
+  none,   ///< beside the menu
+  frame,  ///< its frame, or the strip of an arrow that leads nowhere
+  item,
+  up,  ///< the arrow that tells it goes on above
+  down,
+};
+
+struct MenuHit {
+  MenuPart part = MenuPart::none;
+  std::size_t index = 0;  ///< of the item
+};
+
+/// What of the menu lies at a place of the client area.
+MenuHit HitMenu(const Menu& menu, const Surface& client, POINT at);
+/// Chooses the item that was hit, or scrolls on by one at an arrow.
+void ClickInMenu(const MenuHit& hit);
+
 /// Draws the menu over the client area.
 void DrawMenu(Menu& menu, Surface& client);
 

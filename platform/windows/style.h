@@ -31,6 +31,7 @@ inline constexpr COLORREF kQuietText = Rgb(0xB9, 0xD3, 0xD3);
 inline constexpr COLORREF kDarkText = Rgb(0x0D, 0x24, 0x31);
 inline constexpr COLORREF kFieldGround = Rgb(0xFB, 0xF7, 0xEE);
 inline constexpr COLORREF kFieldFrame = Rgb(0x7F, 0x9C, 0xA0);
+inline constexpr COLORREF kQuietSelection = Rgb(0xC4, 0xD8, 0xD6);  ///< of a field without the focus
 inline constexpr COLORREF kShade = Rgb(0x00, 0x00, 0x00);
 inline constexpr std::uint8_t kShadeOpacity = 110;  ///< of the veil over the client area behind a message box
 
