@@ -60,7 +60,8 @@ void TypeCharacter(WCHAR character);
 /// puts the caret there (with shift, selects up to there). What is open keeps clicks from what lies behind it; one
 /// beside an open menu closes it. False when nothing is there, and then nothing happens.
 bool Click(int x, int y, KeyModifiers modifiers = {});
-/// The pointer, held down since the last click, is at another place now: a field that was clicked selects up to there.
+/// The pointer, held down since the last click, is at another place now, the nearest one of the screen: a field that
+/// was clicked selects up to there.
 void DragTo(int x, int y);
 /// Chooses an item of the open menu by its position from 0. False when there is none.
 bool ChooseMenuItem(std::size_t index);

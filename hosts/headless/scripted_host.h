@@ -39,6 +39,8 @@ class ScriptedHost : public phone::Host {
   void LeaveForeground() override {}
   void ComeToForeground() override {}
   bool OpenDocument(const std::string& program, const std::string& document) override;
+  std::u16string ClipboardText() override { return clipboard_; }
+  void SetClipboardText(std::u16string_view text) override { clipboard_ = text; }
 
  private:
   /// Reads on to the next command; nothing when the script was interrupted or has ended.
@@ -51,6 +53,7 @@ class ScriptedHost : public phone::Host {
   script::Frames frames_;
   script::Performer performer_{clock_, frames_};
   std::optional<script::Reply> held_;
+  std::u16string clipboard_;  ///< its own, empty at first
   bool script_ended_ = false;
   std::optional<Line> refused_;
 };

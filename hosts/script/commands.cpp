@@ -8,6 +8,7 @@
 #include "hosts/script/picture.h"
 #include "hosts/script/reply.h"
 #include "system/faults.h"
+#include "system/outside.h"
 #include "system/text.h"
 
 namespace script {
@@ -90,6 +91,49 @@ Parsed ParseHotKey(Arguments& arguments) {
   if (!code || (half != "down" && half != "up")) return std::nullopt;
   const bool released = half == "up";
   return Do([code = *code, released](Execution&) { phone::SendHotKey(code, released); });
+}
+
+// --- The pointer and the clipboard ---
+
+std::optional<POINT> ParsePlace(Arguments& arguments) {
+  const auto x = arguments.Number(0, kLargestSide);
+  const auto y = arguments.Number(0, kLargestSide);
+  if (!x || !y) return std::nullopt;
+  return POINT{static_cast<LONG>(*x), static_cast<LONG>(*y)};
+}
+
+Parsed ParseClick(Arguments& arguments) {
+  const auto place = ParsePlace(arguments);
+  const bool shift = !arguments.AtEnd();
+  if (!place || (shift && arguments.Word() != "shift")) return std::nullopt;
+  return Do([at = *place, shift](Execution& execution) {
+    if (!phone::Click(at.x, at.y, {.shift = shift})) execution.error = "there is nothing to click";
+  });
+}
+
+Parsed ParseDrag(Arguments& arguments) {
+  const auto place = ParsePlace(arguments);
+  if (!place) return std::nullopt;
+  return Do([at = *place](Execution&) { phone::DragTo(at.x, at.y); });
+}
+
+/// The rest of the line as it stands, or a JSON string. Nothing for one that is none.
+std::optional<std::u16string> ParseText(Arguments& arguments) {
+  const std::string_view rest = arguments.Rest().value_or("");
+  if (!rest.starts_with('"')) return Utf16(rest);
+  const Reply text = Reply::parse(rest, nullptr, /*allow_exceptions=*/false);
+  if (!text.is_string()) return std::nullopt;
+  return Utf16(text.get<std::string>());
+}
+
+Parsed ParseClipboard(Arguments& arguments) {
+  const std::string_view action = arguments.Word();
+  if (action == "get")
+    return ForItsReply(Show(
+        [](Execution&, Reply& reply) { reply["text"] = phone::ToUtf8Lossy(phone::CurrentHost().ClipboardText()); }));
+  const auto text = ParseText(arguments);
+  if (action != "set" || !text) return std::nullopt;
+  return Do([text = *text](Execution&) { phone::CurrentHost().SetClipboardText(text); });
 }
 
 // --- Menus, boxes, commands ---
@@ -288,12 +332,13 @@ struct Row {
 };
 
 constexpr Row kCommands[] = {
-    {"key", ParseKey},         {"keydown", ParseKeyDown},   {"keyup", ParseKeyUp},   {"type", ParseType},
-    {"softkey", ParseSoftKey}, {"menu", ParseMenu},         {"answer", ParseAnswer}, {"command", ParseCommandId},
-    {"hotkey", ParseHotKey},   {"focus", ParseFocus},       {"resize", ParseResize}, {"wait", ParseWait},
-    {"paint", ParsePaint},     {"repaint", ParseRepaint},   {"state", ParseState},   {"shot", ParseShot},
-    {"client", ParseClient},   {"registry", ParseRegistry}, {"fail", ParseFail},     {"trace", ParseTrace},
-    {"frames", ParseFrames},   {"looks", ParseLooks},       {"quit", ParseQuit},
+    {"key", ParseKey},           {"keydown", ParseKeyDown}, {"keyup", ParseKeyUp},   {"type", ParseType},
+    {"softkey", ParseSoftKey},   {"menu", ParseMenu},       {"answer", ParseAnswer}, {"command", ParseCommandId},
+    {"hotkey", ParseHotKey},     {"focus", ParseFocus},     {"resize", ParseResize}, {"wait", ParseWait},
+    {"paint", ParsePaint},       {"repaint", ParseRepaint}, {"state", ParseState},   {"shot", ParseShot},
+    {"client", ParseClient},     {"click", ParseClick},     {"drag", ParseDrag},     {"clipboard", ParseClipboard},
+    {"registry", ParseRegistry}, {"fail", ParseFail},       {"trace", ParseTrace},   {"frames", ParseFrames},
+    {"looks", ParseLooks},       {"quit", ParseQuit},
 };
 
 }  // namespace

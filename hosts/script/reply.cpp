@@ -34,7 +34,8 @@ Reply DescribeEdit(const phone::EditState& edit) {
   return {{"text", Text(edit.text)},
           {"rect", Reply::array({rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top})},
           {"focus", edit.focus},
-          {"caret", edit.caret}};
+          {"caret", edit.caret},
+          {"selection", Reply::array({edit.selection_start, edit.selection_end})}};
 }
 
 Reply DescribeBox(const phone::BoxState& box) {

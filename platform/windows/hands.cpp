@@ -37,7 +37,8 @@ bool Click(int x, int y, KeyModifiers modifiers) {
 }
 
 void DragTo(int x, int y) {
-  Put({InputKind::drag, 0, {}, {x, y}});
+  const Surface& screen = TheDesktop().screen.whole;
+  Put({InputKind::drag, 0, {}, {std::clamp(x, 0, screen.width() - 1), std::clamp(y, 0, screen.height() - 1)}});
 }
 
 bool ChooseMenuItem(std::size_t index) {

@@ -20,7 +20,8 @@ struct Target {
 Target SoftKeyAt(POINT at) {
   const KeyLabels labels = VisibleKeyLabels();
   const bool on_right = at.x >= TheDesktop().screen.whole.width() / 2;
-  if ((on_right ? labels.right : labels.left).empty()) return {};
+  const std::u16string_view label = on_right ? labels.right : labels.left;
+  if (label.find_first_not_of(u' ') == std::u16string_view::npos) return {};
   return {.kind = on_right ? TargetKind::right_key : TargetKind::left_key};
 }
 

@@ -36,9 +36,10 @@ bool IsWord(const Breaks& breaks) {
 std::size_t CharacterStart(std::u16string_view text, std::size_t place) {
   if (place == 0 || place >= text.size()) return place;
   const Breaks breaks = OpenBreaks(UBRK_CHARACTER, text);
-  if (breaks == nullptr) return CutLength(text, place);
-  const auto at = static_cast<std::int32_t>(place);
-  return ubrk_isBoundary(breaks.get(), at) ? place : static_cast<std::size_t>(ubrk_preceding(breaks.get(), at));
+  const std::size_t whole = CutLength(text, place);
+  if (breaks == nullptr || whole == 0) return whole;
+  const auto at = static_cast<std::int32_t>(whole);
+  return ubrk_isBoundary(breaks.get(), at) ? whole : static_cast<std::size_t>(ubrk_preceding(breaks.get(), at));
 }
 
 std::size_t CharacterBefore(std::u16string_view text, std::size_t place) {
