@@ -144,8 +144,8 @@ void DrawField(Window& field, bool focused) {
   const RECT caret = CaretRect(field);
 
   surface.Fill(whole, kFieldGround);
-  DrawFrame(surface, whole, focused ? kSelection : kFieldFrame);
-  if (focused) DrawFrame(surface, {1, 1, whole.right - 1, whole.bottom - 1}, kSelection);
+  DrawFrame(surface, whole, focused ? kAccent : kFieldFrame);
+  if (focused) DrawFrame(surface, {1, 1, whole.right - 1, whole.bottom - 1}, kAccent);
   DrawLine(surface, area, field.edit->content.text(), kFieldStyle, field.edit->scroll);
   DrawSelection(surface, *field.edit, area, focused);
   if (focused) surface.Fill(caret, kSelection);
