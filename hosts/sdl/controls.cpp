@@ -50,6 +50,8 @@ bool Controls::Take(const SDL_Event& event) {
     case SDL_TEXTINPUT:
     case SDL_TEXTEDITING: return taken_key_ != SDLK_UNKNOWN;
     case SDL_MOUSEBUTTONDOWN: return overlays_.TakeClick(window_.ToPixels(event.button.x, event.button.y));
+    case SDL_MOUSEBUTTONUP:
+    case SDL_MOUSEWHEEL: return overlays_.Asks();
     case SDL_WINDOWEVENT: HandleWindow(event.window); return false;
     case SDL_RENDER_TARGETS_RESET:
     case SDL_RENDER_DEVICE_RESET: window_.HandleReset(); return true;

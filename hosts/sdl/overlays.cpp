@@ -12,8 +12,9 @@ namespace sdl {
 namespace {
 
 constexpr Uint64 kNoticeTime = 6'000;        // ms
+constexpr Uint64 kTimeForOthers = 1'000;     // ms more for each notice that is read before
 constexpr Uint64 kIntroductionTime = 8'000;  // ms
-constexpr std::size_t kMostNotices = 5;
+constexpr std::size_t kMostNotices = 12;
 
 std::u16string ToText(const std::string& utf8) {
   return phone::ToUtf16(utf8).value_or(u"?");
@@ -41,7 +42,7 @@ void Overlays::Notify(const std::string& text) {
   const auto same = [&](const Notice& notice) { return notice.text == text; };
   std::erase_if(notices_, same);
   if (notices_.size() == kMostNotices) notices_.pop_front();
-  notices_.push_back({text, SDL_GetTicks64() + kNoticeTime});
+  notices_.push_back({text, SDL_GetTicks64() + kNoticeTime + kTimeForOthers * notices_.size()});
   window_.ShowNotice(LastNotice());
   Draw();
 }

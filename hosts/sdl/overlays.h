@@ -30,6 +30,9 @@ class Overlays {
   /// Asks a question; `answer` is called with what the person says. Questions wait for each other.
   void Ask(const std::string& text, const std::string& yes, const std::string& no, std::function<void(bool)> answer);
 
+  /// True while a question waits for its answer.
+  bool Asks() const { return !questions_.empty(); }
+
   /// Draws everything for the window as it is now.
   void Draw();
   /// Takes away what has been shown long enough.
