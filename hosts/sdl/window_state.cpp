@@ -4,7 +4,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <sstream>
 #include <utility>
@@ -20,6 +22,9 @@ namespace fs = std::filesystem;
 /// Much more than the state takes.
 constexpr std::size_t kLargestFile = 4096;
 
+/// px, beyond any desktop.
+constexpr int kFarthest = 1'000'000;
+
 constexpr char kHead[] = "quillmark-window 1";
 constexpr char kPosition[] = "position";
 constexpr char kScale[] = "scale";
@@ -32,6 +37,7 @@ bool TakeLine(const std::string& line, WindowState& state) {
   if (name == kPosition) {
     SDL_Point& at = state.position.emplace();
     words >> at.x >> at.y;
+    if (std::max(std::abs(at.x), std::abs(at.y)) > kFarthest) return false;
   } else if (name == kScale) {
     words >> state.scale;
     if (state.scale < 0 || state.scale > kLargestScale) return false;

@@ -66,8 +66,9 @@ TEST(WindowState, ComesBackAsItWas) {
 }
 
 TEST(WindowState, IsNotTakenFromWhatIsNotUnderstood) {
-  for (const char* const lines : {"position 1\n", "position 1 99999999999\n", "scale 9\n", "scale -1\n", "scale 2 3\n",
-                                  "scale two\n", "screen wide\n", "screen\n", "colour red\n", "\n"})
+  for (const char* const lines :
+       {"position 1\n", "position 1 99999999999\n", "position -1000001 1\n", "scale 9\n", "scale -1\n", "scale 2 3\n",
+        "scale two\n", "screen wide\n", "screen\n", "colour red\n", "\n"})
     EXPECT_EQ(ParseWindowState(std::string("quillmark-window 1\n") + lines), std::nullopt) << lines;
   for (const char* const text : {"", "scale 2\n", "quillmark-window 2\nscale 2\n"})
     EXPECT_EQ(ParseWindowState(text), std::nullopt) << text;
