@@ -1,6 +1,7 @@
 // A layout file on its whole way: listed in the catalog with its title, opened with its plug-ins, saved under a new
 // title, and read back. The saved file has all that the program does not mean to change.
 
+#include <algorithm>
 #include <vector>
 
 #include "base/paths.h"
@@ -19,10 +20,23 @@ constexpr LPCWSTR kTitle = TEXT("R & D <\u00e9\u4e16\U0001f600>");
 constexpr LPCWSTR kApplicationData = TEXT("\\Application Data");
 constexpr LPCWSTR kSavedPath = TEXT("\\Saved\\new.home.xml");
 
+/// Without the marks of CDATA sections: a section is divided where its encoding cannot hold a character.
+std::u16string WithoutCdata(std::u16string xml) {
+  constexpr std::u16string_view kBegin = u"<![CDATA[";
+  constexpr std::u16string_view kEnd = u"]]>";
+  std::size_t at = 0;
+  while ((at = xml.find(kBegin, at)) != xml.npos) {
+    xml.erase(at, kBegin.size());
+    at = std::min(xml.find(kEnd, at), xml.size());
+    xml.erase(at, kEnd.size());
+  }
+  return xml;
+}
+
 std::u16string XmlOf(IXMLDOMNode* node) {
   Bstr xml;
   Require(node->get_xml(xml.Receive()) == S_OK, "a node has an XML text");
-  return {xml.text(), xml.length()};
+  return WithoutCdata({xml.text(), xml.length()});
 }
 
 /// What a save has to keep, and what it makes of titles and plug-ins.

@@ -43,16 +43,15 @@ TreeRef ParseText(std::u16string_view text) {
   return utf8 ? Parse(*utf8) : nullptr;
 }
 
-/// Whether what libxml2 writes of the document is read again before it replaces a file: where references stand that no
-/// node holds, a mistake would cost the user the file.
-bool NeedsProof(const TreeRef& tree) noexcept {
-  return tree->document()->intSubset || HasReferenceInAddress(tree->document());
+/// Whether what is written of the document is read again before it replaces a file: where references stand that no node
+/// holds, or in an encoding with states of its own, a mistake would cost the user the file.
+bool NeedsProof(const TreeRef& tree, std::string_view encoding) {
+  return tree->document()->intSubset || HasReferenceInAddress(tree->document()) || !IsUtf8(encoding);
 }
 
-bool CanBeRead(std::span<const Piece> pieces) {
-  std::string text;
-  for (const Piece& piece : pieces) text += piece.text;
-  return Parse(text) != nullptr;
+bool CanBeRead(std::span<const std::byte> bytes) {
+  DecodedText decoded;
+  return Decode(bytes, decoded) && Parse(decoded.text) != nullptr;
 }
 
 class Document final : public NodeObject<IXMLDOMDocument> {
@@ -83,10 +82,9 @@ class Document final : public NodeObject<IXMLDOMDocument> {
     if (!path) return E_INVALIDARG;
     return Guarded([&] {
       if (!xmlDocGetRootElement(tree()->document())) return E_FAIL;
-      const std::vector<Piece> pieces = DocumentPieces(tree());
-      if (NeedsProof(tree()) && !CanBeRead(pieces)) return E_FAIL;
-      const auto bytes = Encode(pieces, EncodingOf(tree()));
-      if (!bytes) return E_FAIL;
+      const std::string_view encoding = EncodingOf(tree());
+      const auto bytes = Encode(DocumentPieces(tree()), encoding);
+      if (!bytes || (NeedsProof(tree(), encoding) && !CanBeRead(*bytes))) return E_FAIL;
       return HRESULT_FROM_WIN32(WriteWholeFile(*path, *bytes));
     });
   }

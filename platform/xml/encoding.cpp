@@ -40,10 +40,6 @@ bool SameEncoding(std::string_view a, const char* b) {
   return ucnv_compareNames(std::string(a).c_str(), b) == 0;
 }
 
-bool IsUtf8(std::string_view name) {
-  return name.empty() || SameEncoding(name, "UTF-8");
-}
-
 void ThrowIfNoMemory(UErrorCode error) {
   if (error == U_MEMORY_ALLOCATION_ERROR) throw std::bad_alloc();
 }
@@ -269,6 +265,10 @@ std::string_view DeclaredEncoding(std::string_view declaration) noexcept {
     declaration.remove_prefix(close + 1);
   }
   return {};
+}
+
+bool IsUtf8(std::string_view encoding) {
+  return encoding.empty() || SameEncoding(encoding, "UTF-8");
 }
 
 bool Decode(std::span<const std::byte> bytes, DecodedText& decoded) {

@@ -16,6 +16,9 @@ std::optional<std::string_view> FindDeclaration(std::string_view text) noexcept;
 /// The encoding that a declaration names; empty when it names none.
 std::string_view DeclaredEncoding(std::string_view declaration) noexcept;
 
+/// True for the name of UTF-8, and for no name.
+bool IsUtf8(std::string_view encoding);
+
 /// Text as UTF-8: the bytes themselves where they are UTF-8 already, else `storage`.
 struct DecodedText {
   std::string_view text;
