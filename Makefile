@@ -13,9 +13,7 @@ ARTWORK_PACKAGES := librsvg2-bin netpbm icoutils fonts-dejavu-core
 FUZZ_PACKAGES := clang libclang-rt-dev llvm
 PACKAGE_PACKAGES := dpkg-dev file gzip man-db groff lintian desktop-file-utils appstream
 
-
-
-.PHONY: help build run test asan tsan trials fuzz bench tour artwork lint format install package clean
+.PHONY: help build run test asan tsan trials fuzz faults bench tour artwork lint format install package clean
 
 help: ## list these targets
 	@grep -hE '^[a-z]+:.*##' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## /  make \1|/' | column -t -s '|'
@@ -29,6 +27,12 @@ run: build ## open the phone; with no display, play the tour and name its pictur
 	@scripts/install-packages.sh $(RUN_PACKAGES)
 	@if [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ]; then exec $(BUILD)/quillmark; \
 	else echo "There is no display here: playing the tour instead."; $(MAKE) --no-print-directory tour; fi
+
+faults: ## play every scenario once for each call that can fail, under the sanitizers
+	@scripts/install-packages.sh $(BUILD_PACKAGES) $(RUN_PACKAGES) $(TEST_PACKAGES)
+	cmake --preset asan
+	cmake --build --preset asan -j $(JOBS) --target quillmark-faults
+	$(BUILD)/asan/quillmark-faults
 
 tour: build ## the program's main job, headless: pictures and the saved layout in build/tour
 	@scripts/install-packages.sh $(RUN_PACKAGES)

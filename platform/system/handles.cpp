@@ -47,4 +47,9 @@ void CloseAllHandles() {
   left.swap(handles);
 }
 
+std::size_t OpenKernelHandles() {
+  const std::lock_guard lock(handles_mutex);
+  return handles.size();
+}
+
 }  // namespace phone

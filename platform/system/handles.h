@@ -3,6 +3,7 @@
 /// given out again in the same run. Any thread.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 #include "windows.h"
@@ -22,6 +23,8 @@ std::shared_ptr<KernelObject> ObjectOf(HANDLE handle);
 bool RemoveHandle(HANDLE handle);
 /// Gives up all handles.
 void CloseAllHandles();
+/// How many handles stand for something.
+std::size_t OpenKernelHandles();
 
 /// The object as the wanted kind, null when it is none of that kind.
 template <typename Kind>
