@@ -26,6 +26,11 @@ class Controls {
   /// Says something to the person.
   void Notify(const std::string& text) { overlays_.Notify(text); }
 
+  /// As of Overlays.
+  void ShowComposition(const Composition& composition, const SDL_Rect& caret) {
+    overlays_.ShowComposition(composition, caret);
+  }
+
   /// The window has been opened.
   void Opened();
   /// The program ends: remembers the window.

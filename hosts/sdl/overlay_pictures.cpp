@@ -130,6 +130,23 @@ Surface DrawNotices(const std::vector<std::u16string>& texts, int width, int sca
   return picture;
 }
 
+/// Like a field at that scale, with a line under it that tells that it is not typed yet.
+Surface DrawComposition(const Composition& composition, int height, int room, int scale) {
+  LineStyle style = phone::style::kFieldStyle;
+  style.height *= scale;
+  const int caret_width = phone::style::kCaretWidth * scale;
+  const int whole = phone::MeasureLine(composition.text, style) + caret_width;
+  const int caret = phone::MeasureLine(std::u16string_view(composition.text).substr(0, composition.caret), style);
+  Surface picture(std::clamp(whole, 1, std::max(room, 1)), std::max(height, 1));
+  const int scroll = std::max(caret + caret_width - picture.width(), 0);
+  const RECT area = {0, 0, picture.width(), picture.height()};
+  picture.Fill(area, phone::style::kFieldGround);
+  phone::DrawLine(picture, area, composition.text, style, scroll);
+  picture.Fill({0, area.bottom - scale, area.right, area.bottom}, phone::style::kAccent);
+  picture.Fill({caret - scroll, 0, caret - scroll + caret_width, area.bottom}, phone::style::kSelection);
+  return picture;
+}
+
 Surface DrawKeyMap(Size room, int scale) {
   const std::vector<KeyMapTexts> texts = Texts();
   const KeyMapLayout layout = LayOutKeyMap(texts, room, scale);

@@ -18,6 +18,16 @@ phone::Surface DrawNotices(const std::vector<std::u16string>& texts, int width, 
 /// The key map, as large as `scale` wants it and as small as the room needs it.
 phone::Surface DrawKeyMap(Size room, int scale);
 
+/// Text that an input method still works on.
+struct Composition {
+  std::u16string text;    ///< empty while there is none
+  std::size_t caret = 0;  ///< code units before the caret
+
+  bool operator==(const Composition&) const = default;
+};
+/// It as a strip of that height, as wide as it needs to be and the room allows.
+phone::Surface DrawComposition(const Composition& composition, int height, int room, int scale);
+
 /// A question, and its two buttons inside of the picture.
 struct QuestionPicture {
   phone::Surface picture;

@@ -66,10 +66,23 @@ void Overlays::Ask(const std::string& text, const std::string& yes, const std::s
   Draw();
 }
 
+void Overlays::ShowComposition(const Composition& composition, const SDL_Rect& caret) {
+  const bool same = composition == composition_ && (composition.text.empty() || SDL_RectEquals(&caret, &caret_));
+  if (same) return;
+  composition_ = composition;
+  caret_ = caret;
+  Draw();
+}
+
 void Overlays::Draw() {
   std::vector<Layer> layers;
   const View view = window_.CurrentView();
   if (window_.IsOpen() && view.screen.w > 0) {
+    if (!composition_.text.empty()) {
+      phone::Surface picture = DrawComposition(composition_, caret_.h, view.screen.w, view.scale);
+      const int most = view.screen.x + view.screen.w - picture.width();
+      layers.push_back({std::move(picture), {std::min(caret_.x, most), caret_.y}});
+    }
     if (key_map_) {
       phone::Surface picture = DrawKeyMap(view.window, view.scale);
       const SDL_Rect whole = {0, 0, view.window.width, view.window.height};

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "hosts/sdl/overlay_pictures.h"
 #include "hosts/sdl/window.h"
 
 namespace sdl {
@@ -32,6 +33,10 @@ class Overlays {
 
   /// True while a question waits for its answer.
   bool Asks() const { return !questions_.empty(); }
+
+  /// Shows text that an input method still works on, over the caret of the field that it will be typed into (in the
+  /// window's pixels); none when it is empty.
+  void ShowComposition(const Composition& composition, const SDL_Rect& caret);
 
   /// Draws everything for the window as it is now.
   void Draw();
@@ -63,6 +68,8 @@ class Overlays {
   std::string LastNotice() const { return notices_.empty() ? std::string() : notices_.back().text; }
 
   Window& window_;
+  Composition composition_;
+  SDL_Rect caret_ = {0, 0, 0, 0};  ///< px, in the window
   std::deque<Notice> notices_;
   bool key_map_ = false;
   std::optional<Uint64> key_map_end_;  ///< tick; nothing when the person has asked for it

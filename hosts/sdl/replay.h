@@ -25,6 +25,8 @@ class Replay {
   void Start(script::ManualClock& clock, script::Frames& frames) { performer_.emplace(clock, frames); }
   /// Does the next step, once the phone has nothing left to do of the last one. False when the script has ended.
   bool TakeStep();
+  /// The script's own clipboard.
+  std::u16string& clipboard() { return clipboard_; }
   /// Why the command that has ended last failed, with its line; told once.
   std::string TakeProblem();
 
@@ -40,6 +42,7 @@ class Replay {
   std::optional<script::Performer> performer_;
   int running_line_ = 0;
   std::string problem_;
+  std::u16string clipboard_;
 };
 
 }  // namespace sdl

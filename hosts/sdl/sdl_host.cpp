@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "hosts/sdl/clipboard.h"
 #include "hosts/sdl/display_loss.h"
 #include "hosts/sdl/input.h"
 #include "system/instance.h"
@@ -11,6 +12,9 @@ namespace sdl {
 namespace {
 
 constexpr char kNotOpened[] = "The page cannot be opened.";
+constexpr char kNoText[] = "There is no text on the clipboard.";
+constexpr char kNotCopied[] = "The desktop does not take the text.";
+constexpr char kNotDuringReplay[] = "Files are taken when the replay has ended (Esc ends it).";
 constexpr char kReplayEnded[] = "The replay has ended; the keys are yours.";
 constexpr std::int32_t kLongestLag = 100;  ///< ms
 
@@ -54,6 +58,7 @@ void SdlHost::WaitForInput(bool waiting_for_frame) {
     if (phone::LetThreadsRun()) return;
     timeline_.Settle();
     WatchForSecondStart();
+    FollowFocus();
     replay_ ? PlayOn() : TakeTurn(waiting_for_frame);
     controls_.Expire();
     NoticeLoss();
@@ -86,7 +91,9 @@ void SdlHost::PlayOn() {
   if (const std::optional<SDL_Event> event = NextEvent(static_cast<std::uint32_t>(std::max(ahead, 0)))) {
     Handle(*event);
   } else if (timeline_.Ahead() <= 0) {
-    if (!replay_->TakeStep()) EndReplay();
+    const bool goes_on = replay_->TakeStep();
+    if (const std::string problem = replay_->TakeProblem(); !problem.empty()) controls_.Notify(problem);
+    if (!goes_on) EndReplay();
     phone::LetThreadsRun();
   }
 }
@@ -146,6 +153,7 @@ void SdlHost::LeaveForeground() {
 void SdlHost::ComeToForeground() {
   away_ = false;
   window_.Raise();
+  timeline_.Write("focus main");
 }
 
 void SdlHost::WindowGone() {
@@ -154,6 +162,8 @@ void SdlHost::WindowGone() {
 }
 
 bool SdlHost::OpenDocument(const std::string&, const std::string& document) {
+  // What a recording opened is not opened again.
+  if (replay_) return true;
   const std::optional<Viewer> viewer = Viewer::Open(document);
   if (!viewer) {
     controls_.Notify(kNotOpened);
@@ -167,38 +177,72 @@ bool SdlHost::OpenDocument(const std::string&, const std::string& document) {
 void SdlHost::Handle(const SDL_Event& event) {
   if (event.type == Types().wake) woken_ = false;
   if (event.type == Types().readable) HandleReadable(event.user.code);
+  if (replay_ && event.type == SDL_DROPFILE) {
+    SDL_free(event.drop.file);
+    return controls_.Notify(kNotDuringReplay);
+  }
   if (controls_.Take(event)) return;
   switch (event.type) {
     case SDL_QUIT: phone::Close(); break;
-    case SDL_KEYDOWN:
-    case SDL_KEYUP: HandleKey(event.key); break;
-    case SDL_TEXTINPUT: HandleText(event.text.text); break;
     case SDL_WINDOWEVENT: HandleWindow(event.window); break;
+    default: HandlePerson(event); break;
+  }
+}
+
+void SdlHost::HandlePerson(const SDL_Event& event) {
+  if (replay_) {
+    if (event.type == SDL_KEYDOWN && event.key.keysym.sym == SDLK_ESCAPE) EndReplay();
+    return;
+  }
+  if (event.type == SDL_KEYUP) return keyboard_.Release(event.key);
+  if (away_) {
+    // Where a window cannot be put out of the way, the first key brings the program back.
+    if (event.type == SDL_KEYDOWN || event.type == SDL_MOUSEBUTTONDOWN) ComeBack();
+    return;
+  }
+  switch (event.type) {
+    case SDL_KEYDOWN: keyboard_.Press(event.key); break;
+    case SDL_TEXTINPUT: keyboard_.Type(event.text); break;
+    case SDL_TEXTEDITING: keyboard_.Compose(event.edit); break;
+    case SDL_MOUSEBUTTONDOWN:
+      if (event.button.button == SDL_BUTTON_LEFT) mouse_.Press(window_.ToScreen(event.button.x, event.button.y));
+      break;
+    case SDL_MOUSEBUTTONUP:
+      if (event.button.button == SDL_BUTTON_LEFT) mouse_.Release();
+      break;
+    case SDL_MOUSEMOTION:
+      if (mouse_.Dragging()) mouse_.Move(window_.ToScreen(event.motion.x, event.motion.y));
+      break;
+    case SDL_MOUSEWHEEL: mouse_.Turn(event.wheel); break;
     default: break;
   }
 }
 
-void SdlHost::HandleKey(const SDL_KeyboardEvent& event) {
-  if (replay_) {
-    if (event.type == SDL_KEYDOWN && event.keysym.sym == SDLK_ESCAPE) EndReplay();
-    return;
+/// Text is typed where a field has the focus.
+void SdlHost::FollowFocus() {
+  const phone::State state = phone::Look();
+  keyboard_.SetTyping(state.focused_edit.has_value() && !replay_);
+  SDL_Rect caret = {0, 0, 0, 0};
+  if (keyboard_.Typing()) {
+    caret = window_.PixelsOf(state.edits[static_cast<std::size_t>(*state.focused_edit)].caret_rect);
+    keyboard_.PlaceCaret(window_.UnitsOf(caret));
   }
-  const PhoneKey key = KeyOf(event.keysym.sym);
-  if (!key.code || (event.repeat && !key.repeats)) return;
-  if (event.type == SDL_KEYUP) {
-    phone::ReleaseKey(key.code);
-    return;
-  }
-  // Where a window cannot be put out of the way, the first key brings the program back.
-  if (away_) {
-    ComeBack();
-  } else {
-    phone::PressKey(key.code);
-  }
+  controls_.ShowComposition(keyboard_.composition(), caret);
 }
 
-void SdlHost::HandleText(const char* text) {
-  if (!away_ && !replay_) TypeText(text);
+std::u16string SdlHost::ClipboardText() {
+  if (replay_) return replay_->clipboard();
+  std::u16string text = sdl::ClipboardText();
+  if (text.empty()) controls_.Notify(kNoText);
+  return text;
+}
+
+void SdlHost::SetClipboardText(std::u16string_view text) {
+  if (replay_) {
+    replay_->clipboard() = text;
+  } else if (!sdl::SetClipboardText(text)) {
+    controls_.Notify(kNotCopied);
+  }
 }
 
 void SdlHost::HandleWindow(const SDL_WindowEvent& event) {

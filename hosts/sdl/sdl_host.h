@@ -14,6 +14,8 @@
 
 #include "hosts/sdl/controls.h"
 #include "hosts/sdl/document.h"
+#include "hosts/sdl/keyboard.h"
+#include "hosts/sdl/mouse.h"
 #include "hosts/sdl/replay.h"
 #include "hosts/sdl/timeline.h"
 #include "hosts/sdl/watcher.h"
@@ -45,6 +47,8 @@ class SdlHost : public phone::Host {
   void ShowCursor(phone::Cursor cursor) override;
   void LeaveForeground() override;
   void ComeToForeground() override;
+  std::u16string ClipboardText() override;
+  void SetClipboardText(std::u16string_view text) override;
   void WindowGone() override;
   bool OpenDocument(const std::string& program, const std::string& document) override;
 
@@ -54,8 +58,8 @@ class SdlHost : public phone::Host {
   void EndReplay();
   std::optional<SDL_Event> NextEvent(std::uint32_t patience);
   void Handle(const SDL_Event& event);
-  void HandleKey(const SDL_KeyboardEvent& event);
-  void HandleText(const char* text);
+  void HandlePerson(const SDL_Event& event);
+  void FollowFocus();
   void HandleWindow(const SDL_WindowEvent& event);
   void NoticeLoss();
   void WatchForSecondStart();
@@ -67,6 +71,8 @@ class SdlHost : public phone::Host {
   Watcher watcher_;
   std::vector<Viewer> viewers_;
   std::atomic<bool> woken_ = false;
+  Keyboard keyboard_;
+  Mouse mouse_;
   Timeline timeline_;
   bool begun_ = false;                    ///< the real time counts
   std::optional<SDL_Event> early_event_;  ///< waits for its turn

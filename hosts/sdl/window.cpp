@@ -74,6 +74,16 @@ SDL_Point Window::ToScreen(int x, int y) const {
   return {FloorDivide(at.x - view.screen.x, view.scale), FloorDivide(at.y - view.screen.y, view.scale)};
 }
 
+SDL_Rect Window::PixelsOf(const RECT& part) const {
+  const View view = CurrentView();
+  return {view.screen.x + part.left * view.scale, view.screen.y + part.top * view.scale,
+          (part.right - part.left) * view.scale, (part.bottom - part.top) * view.scale};
+}
+
+SDL_Rect Window::UnitsOf(const SDL_Rect& pixels) const {
+  return {Units(pixels.x, density_), Units(pixels.y, density_), Units(pixels.w, density_), Units(pixels.h, density_)};
+}
+
 std::uint32_t Window::FrameTime() const {
   SDL_DisplayMode mode = {};
   const int display = window_ ? SDL_GetWindowDisplayIndex(window_.get()) : 0;

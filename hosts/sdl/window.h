@@ -40,6 +40,9 @@ class Window {
   /// A place in the window (as mouse events tell it) in the window's pixels, and in the phone's; it may lie outside.
   SDL_Point ToPixels(int x, int y) const;
   SDL_Point ToScreen(int x, int y) const;
+  /// A part of the phone's screen, in the window's pixels; and such a place as SDL is told of it.
+  SDL_Rect PixelsOf(const RECT& part) const;
+  SDL_Rect UnitsOf(const SDL_Rect& pixels) const;
   /// Milliseconds between two frames of the display the window is on.
   std::uint32_t FrameTime() const;
 

@@ -1,0 +1,70 @@
+#include "hosts/sdl/keyboard.h"
+
+#include <string>
+
+#include "system/text.h"
+
+namespace sdl {
+namespace {
+
+/// The code units of so many characters at the beginning of a text.
+std::size_t UnitsOf(const std::u16string& text, int characters) {
+  std::size_t units = 0;
+  for (; characters > 0 && units < text.size(); --characters) {
+    const bool is_pair = (text[units] & 0xFC00) == 0xD800 && units + 1 < text.size();
+    units += is_pair ? 2 : 1;
+  }
+  return units;
+}
+
+}  // namespace
+
+void Keyboard::SetTyping(bool typing) {
+  if (typing == typing_) return;
+  typing_ = typing;
+  composition_ = {};
+  typing ? SDL_StartTextInput() : SDL_StopTextInput();
+}
+
+void Keyboard::PlaceCaret(const SDL_Rect& caret) {
+  if (SDL_RectEquals(&caret, &caret_)) return;
+  caret_ = caret;
+  SDL_SetTextInputRect(&caret_);
+}
+
+void Keyboard::Press(const SDL_KeyboardEvent& event) {
+  // What is being composed has the keys.
+  if (!composition_.text.empty()) return;
+  PhoneKey key = KeyOf(event.keysym);
+  if (!key.code && typing_) key = FieldKeyOf(event.keysym);
+  if (event.repeat && !key.repeats) return;
+  if (key.code) {
+    held_[event.keysym.scancode] = key.code;
+    phone::PressKey(key.code, ModifiersOf(event.keysym.mod));
+  } else if (const WCHAR digit = DigitOf(event.keysym); digit && !typing_) {
+    phone::TypeCharacter(digit);
+  }
+}
+
+/// The key that was pressed goes up, whatever it would be by now.
+void Keyboard::Release(const SDL_KeyboardEvent& event) {
+  const auto held = held_.find(event.keysym.scancode);
+  if (held == held_.end()) return;
+  phone::ReleaseKey(held->second);
+  held_.erase(held);
+}
+
+void Keyboard::Type(const SDL_TextInputEvent& event) {
+  composition_ = {};
+  // What was typed while a field had the focus is too late once it has not.
+  if (!typing_) return;
+  for (const char16_t unit : phone::ToUtf16(event.text).value_or(std::u16string())) phone::TypeCharacter(unit);
+}
+
+void Keyboard::Compose(const SDL_TextEditingEvent& event) {
+  if (!typing_) return;
+  composition_ = {phone::ToUtf16(event.text).value_or(std::u16string()), 0};
+  composition_.caret = UnitsOf(composition_.text, event.start);
+}
+
+}  // namespace sdl
