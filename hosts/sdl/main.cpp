@@ -1,5 +1,6 @@
 #include <SDL.h>
 
+#include <clocale>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
@@ -82,6 +83,8 @@ int RunPhone(const sdl::CommandLine& command_line) {
 }  // namespace
 
 int main(int count, char** arguments) {
+  // The desktop's characters, for the window's title; numbers stay as they are everywhere.
+  std::setlocale(LC_CTYPE, "");
   sdl::CommandLine command_line;
   std::string error;
   if (!sdl::ParseCommandLine(count, arguments, command_line, error)) {

@@ -157,7 +157,7 @@ void Window::Raise() {
 }
 
 void Window::ShowNotice(const std::string& notice) {
-  const std::string title = notice.empty() ? kTitle : std::string(kTitle) + " \u2013 " + notice;
+  const std::string title = notice.empty() ? kTitle : std::string(kTitle) + " - " + notice;
   if (window_) SDL_SetWindowTitle(window_.get(), title.c_str());
 }
 
