@@ -17,6 +17,7 @@ struct Records {
 std::mutex records_mutex;
 Records records;
 std::atomic<Host*> current_host{nullptr};
+std::atomic<std::uint32_t> last_tick{1};  ///< of the last run; the clock never stands at 0
 
 template <typename Record>
 void Add(std::vector<Record> Records::*list, const Record& record) {
@@ -38,10 +39,20 @@ Host& CurrentHost() {
   return *host;
 }
 
+std::uint32_t CurrentTick() {
+  Host* const host = current_host;
+  return host ? host->TickCount() : last_tick.load();
+}
+
 void ResetOutside(Host& host) {
   const std::lock_guard lock(records_mutex);
   current_host = &host;
   records = {};
+}
+
+void LeaveHost() {
+  last_tick = CurrentTick();
+  current_host = nullptr;
 }
 
 void RecordBroadcast(const Broadcast& broadcast) {

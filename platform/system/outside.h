@@ -2,6 +2,7 @@
 /// What the program does to the outside, recorded for who looks at the phone, and the host that carries it out.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,8 +14,13 @@ namespace phone {
 /// The host of this run. Any thread.
 Host& CurrentHost();
 
+/// Its clock; once the run is over, the tick at which it ended. Any thread.
+std::uint32_t CurrentTick();
+
 /// Forgets all records; called when a run begins.
 void ResetOutside(Host& host);
+/// Lets go of the host; called when a run ends and its other threads have.
+void LeaveHost();
 
 void RecordBroadcast(const Broadcast& broadcast);
 void RecordLaunch(const Launch& launch);

@@ -115,7 +115,7 @@ HRESULT GetString(LPCWSTR key, LPCWSTR value, LPWSTR text, UINT size) {
 }
 
 HRESULT SetString(LPCWSTR key, LPCWSTR value, LPCWSTR text) {
-  RegistryWrite write{CurrentHost().TickCount(), key, std::u16string(NameOf(value)), text};
+  RegistryWrite write{CurrentTick(), key, std::u16string(NameOf(value)), text};
   if (const DWORD error = SetValue(write.key, write.value, write.text)) return HRESULT_FROM_WIN32(error);
   RecordRegistryWrite(write);
   return S_OK;

@@ -117,7 +117,7 @@ void SetLastError(DWORD error) {
 }
 
 DWORD GetTickCount() {
-  return phone::CurrentHost().TickCount();
+  return phone::CurrentTick();
 }
 
 void Sleep(DWORD milliseconds) {

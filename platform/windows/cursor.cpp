@@ -30,6 +30,7 @@ void ShowWantedCursor() {
     taken = wanted;
   }
   TheDesktop().shown_cursor = taken;
+  MarkClientStale();
   CurrentHost().ShowCursor(taken);
 }
 

@@ -8,7 +8,7 @@ namespace phone {
 void ResetCursor();
 /// Whether a cursor is wanted that the host does not show yet. Under the scheduler's lock.
 bool CursorChangeWaits();
-/// Has the host show the cursor that is wanted. User-interface thread.
+/// Has the host show the cursor that is wanted, and the screen its mark. User-interface thread.
 void ShowWantedCursor();
 
 }  // namespace phone

@@ -25,6 +25,8 @@ void DrawArrow(Surface& target, const RECT& rect, Arrow arrow);
 void DrawDisc(Surface& target, int x, int y, int size, COLORREF color);
 /// A filled triangle that stands on the lower side of the square, with soft edges.
 void DrawTriangle(Surface& target, int x, int y, int size, COLORREF color);
+/// An hourglass on a panel in the middle of the client area: the program is at work.
+void DrawWaitMark(Surface& client);
 /// A line of text in the middle of the rectangle.
 void DrawCentred(Surface& target, const RECT& rect, std::u16string_view text, const LineStyle& style);
 

@@ -133,7 +133,7 @@ RECT CaretRect(Window& field) {
   const int caret = CaretPosition(content.text(), content.caret(), kFieldStyle);
   int& scroll = field.edit->scroll;
   scroll = ScrollTo(scroll, caret, MeasureLine(content.text(), kFieldStyle), area.right - area.left);
-  const LONG x = area.left + caret - scroll;
+  const LONG x = area.left + caret - scroll - kCaretWidth / 2;
   return {x, area.top + kCaretMargin, x + kCaretWidth, area.bottom - kCaretMargin};
 }
 

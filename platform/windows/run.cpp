@@ -59,6 +59,7 @@ class Power {
   static void SwitchOff() {
     ReleaseInstance();
     StopScheduler();
+    LeaveHost();
   }
 };
 

@@ -57,6 +57,8 @@ void DrawClient(Surface& client) {
   const bool covered = main != nullptr && main->visible && main->width() == client.width();
   if (!covered) client.Fill({0, 0, client.width(), client.height()}, kShade);
   DrawChildren(client, nullptr, 0, 0);
+  // What is open over the screen stays readable, so that the mark lies below.
+  if (desktop.shown_cursor == Cursor::wait) DrawWaitMark(client);
   if (desktop.menu) DrawMenu(*desktop.menu, client);
   for (MessageBox* box : desktop.boxes) DrawMessageBox(*box, client);
 }

@@ -209,4 +209,57 @@ TEST_F(AppTest, FieldsPassTheFocusOnAndDeleteWithBack) {
   EXPECT_EQ(state["edits"][0]["text"], "radio");
 }
 
+/// On the form that saves: the fields "Beta" and "beta.home.xml", and an empty clipboard.
+TEST_F(AppTest, FieldsAreWorkedWithADesktopsKeysAndPointer) {
+  struct Case {
+    Lines commands;
+    int focus;
+    std::string text;  ///< of the field with the focus
+    Json selection;
+  };
+  const Case cases[] = {
+      {{"key ctrl+left", "key shift+right", "key shift+right"}, 0, "Beta", {0, 2}},
+      {{"key shift+home", "key ctrl+c", "key end", "key ctrl+v", "key shift+insert"}, 0, "BetaBetaBeta", {12, 12}},
+      {{"key shift+left", "key ctrl+x", "key home", "key ctrl+v"}, 0, "aBet", {1, 1}},
+      {{"key shift+left", "key shift+delete", "key down", "key ctrl+a", "key ctrl+v"}, 1, "a", {1, 1}},
+      {{"key down", "key ctrl+back", "key home", "key ctrl+delete"}, 1, ".home.", {0, 0}},
+      {{"key ctrl+a", "key back", "type x"}, 0, "x", {1, 1}},
+      {{R"(clipboard set "one\r\ntwo\n")", "key ctrl+a", "key ctrl+v"}, 0, "one two", {7, 7}},
+      {{"clipboard set אב", "key ctrl+a", "key ctrl+v", "key left", "key home", "key left"}, 0, "אב", {1, 1}},
+      {{"key ctrl+c", "key ctrl+v"}, 0, "Beta", {4, 4}},
+      {{"click 17 180"}, 1, "beta.home.xml", {0, 0}},
+      {{"click 17 180", "drag 230 999", "click 200 90", "click 12 90 shift"}, 0, "Beta", {0, 4}},
+      {{"resize 30 278", "key home", "key shift+end"}, 0, "Beta", {0, 4}},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(&each - cases);
+    ScriptedPhone phone(folder);
+    phone.Play(WayTo().at("Save Theme"));
+    phone.Play(each.commands);
+    const Json state = phone.State();
+    EXPECT_EQ(state["focus"], each.focus);
+    EXPECT_EQ(state["edits"][each.focus]["text"], each.text);
+    EXPECT_EQ(state["edits"][each.focus]["selection"], each.selection);
+  }
+}
+
+TEST_F(AppTest, AClickIsDoneWithTheKeys) {
+  ScriptedPhone phone(folder);
+  EXPECT_EQ(phone.Do("click 100 100")["ok"], false) << "the phone has no touch screen";
+  phone.Play({"key action", "click 60 310"});
+  EXPECT_EQ(phone.Play({"click 200 100", "state"})["menu"], nullptr) << "beside the menu";
+  // Five items of which three fit, between the arrows.
+  phone.Play({"resize 240 98", "softkey left"});
+  EXPECT_EQ(phone.State()["bar"]["left"], "Select");
+  phone.Play({"click 20 112", "click 20 112", "click 20 100"});
+  EXPECT_EQ(phone.State()["menu"], nullptr);
+  EXPECT_EQ(phone.State()["foreground"], true);
+  phone.Play({"resize 240 278", "focus main", "click 200 310"});
+  EXPECT_EQ(phone.Screen(), "Select Theme");
+  phone.Menu("Delete");
+  ASSERT_NE(phone.State()["box"], nullptr);
+  EXPECT_EQ(phone.Do("click 120 160")["ok"], false) << "the box's buttons are the soft keys";
+  EXPECT_EQ(phone.Play({"click 200 310", "state"})["box"], nullptr);
+}
+
 }  // namespace

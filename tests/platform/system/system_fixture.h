@@ -33,6 +33,7 @@ class SystemTest : public testing::Test {
   ~SystemTest() override {
     phone::JoinThreads();
     phone::StopScheduler();
+    phone::LeaveHost();
     phone::UnmountFiles();
     phone::ResetFaults();
     std::filesystem::remove_all(base);

@@ -64,4 +64,16 @@ TEST_F(Painting, ShowsTheScreenOnceATurn) {
             [&] { EXPECT_EQ(host.frames, frames + 1) << "nothing has changed"; }});
 }
 
+TEST_F(Painting, IsNotNeededForTheWaitMark) {
+  const auto middle = [] { return phone::Client().pixels[139 * 240 + 120]; };
+  Play({}, {[&] {
+         const std::uint32_t before = middle();
+         SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+         EXPECT_NE(middle(), before);
+         SetCursor(nullptr);
+         EXPECT_EQ(middle(), before);
+       }});
+  EXPECT_EQ(painted, 1);
+}
+
 }  // namespace
