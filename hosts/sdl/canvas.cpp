@@ -72,6 +72,8 @@ void Canvas::SetLayers(std::vector<Layer> layers) {
 bool Canvas::Draw() {
   if (!window_) return true;
   while (!DrawOnce()) {
+    // A way that was good may only have to be opened again: the window's pixels go with its size.
+    if (OpenWay() && DrawOnce()) return true;
     do {
       if (++way_ >= std::size(kWays)) return false;
     } while (!OpenWay());
