@@ -123,6 +123,8 @@ bool ParseCommandLine(int count, char** arguments, CommandLine& result, std::str
     }
   }
   if (error.empty() && optind < count) error = Unknown(arguments[optind]);
+  if (error.empty() && !result.record.empty() && !result.replay.empty())
+    error = "either --record or --replay can be given, not both";
   return error.empty();
 }
 

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <sstream>
 
 #include "app/app_test.h"
 
@@ -59,6 +60,43 @@ TEST_F(AppTest, TheDesktopProgramRefusesOptionsItDoesNotKnow) {
     words.insert(words.end(), options.begin(), options.end());
     EXPECT_EQ(ExitStatus(Start(words)), 64) << options.front();
   }
+}
+
+TEST_F(AppTest, ARecordingOfTheDesktopProgramIsPlayedToTheSameFrames) {
+  const PhoneFolder home;
+  setenv("XDG_STATE_HOME", home.path().c_str(), 1);
+  setenv("SDL_VIDEODRIVER", "dummy", 1);
+  const std::string script = (home.path() / "script").string();
+  const std::vector<std::string> start = {DESKTOP_PROGRAM, "--phone", folder.path().string(), "--screen", "landscape"};
+  const auto with = [&start](const std::string& option, const std::string& file) {
+    std::vector<std::string> words = start;
+    words.insert(words.end(), {option, file});
+    return words;
+  };
+  const pid_t recorded = Start(with("--record", script));
+  const auto frames = [&script] {
+    const std::string text = ReadFile(script);
+    int count = 0;
+    for (std::size_t at = 0; (at = text.find("\npaint\nlooks ", at)) != std::string::npos; ++at) ++count;
+    return count;
+  };
+  for (int attempt = 0; attempt < 600 && frames() < 5; ++attempt) usleep(100'000);
+  EXPECT_EQ(ExitStatus(Start(start)), 0) << "a second start is recorded, too";
+  kill(recorded, SIGTERM);
+  ASSERT_EQ(ExitStatus(recorded), 0);
+
+  std::istringstream lines(ReadFile(script));
+  ScriptedPhone phone(folder, {"--screen", "landscape"});
+  for (std::string line; std::getline(lines, line);)
+    if (!line.starts_with('#')) EXPECT_EQ(phone.Do(line)["ok"], true) << line;
+  EXPECT_GE(frames(), 5);
+  EXPECT_EQ(phone.State()["exit"], 0);
+  phone.End();
+
+  EXPECT_EQ(ExitStatus(Start(with("--replay", script))), 0);
+  EXPECT_EQ(ExitStatus(Start(with("--record", script))), 1) << "what is there is not overwritten";
+  WriteFile(script, "key down\nstate\n");
+  EXPECT_EQ(ExitStatus(Start(with("--replay", script))), 64) << "a window gives no replies";
 }
 
 TEST(DefaultPhone, IsACopyOfTheSampleMadeOnceAndWhole) {
