@@ -274,7 +274,7 @@ Parsed ParseTrace(Arguments& arguments) {
   const std::string_view name = arguments.Word();
   if (name != "on" && name != "off") return std::nullopt;
   const bool on = name == "on";
-  return ForItsReply(Do([on](Execution&) { phone::EnableTrace(on); }));
+  return Do([on](Execution&) { phone::EnableTrace(on); });
 }
 
 // --- The registry ---
