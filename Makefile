@@ -55,6 +55,7 @@ test: ## build and run every test
 
 trials: test ## the trials whole: killed 300 times, disks that fill up, threads at random
 	$(BUILD)/trials/trial_kills --rounds 300
+	$(BUILD)/trials/trial_threads --rounds 200
 
 fuzz: ## every fuzzer for a minute; LONG=1: until ten minutes have brought nothing new, thirty at the most
 	@scripts/install-packages.sh $(BUILD_PACKAGES) $(RUN_PACKAGES) $(FUZZ_PACKAGES)
