@@ -32,15 +32,21 @@ int NoteLoss(Display*) {
 /// What Xlib calls instead of exit.
 void LiveOn(Display*, void*) {}
 
+// A compositor that goes away makes SDL ask the program to quit; only the connection tells why.
+wl_display* g_wayland = nullptr;
+int (*g_wayland_error)(wl_display*) = nullptr;
+
+void WatchWayland(wl_display* display) {
+  void* const library = SDL_LoadObject("libwayland-client.so.0");
+  if (!library) return;
+  g_wayland_error = reinterpret_cast<decltype(g_wayland_error)>(SDL_LoadFunction(library, "wl_display_get_error"));
+  g_wayland = display;
+}
+
 using SetHandler = decltype(&XSetIOErrorHandler);
 using SetExitHandler = decltype(&XSetIOErrorExitHandler);
 
-}  // namespace
-
-void SurviveDisplayLoss(SDL_Window* window) {
-  SDL_SysWMinfo info = {};
-  SDL_VERSION(&info.version);
-  if (!SDL_GetWindowWMInfo(window, &info) || info.subsystem != SDL_SYSWM_X11) return;
+void WatchX11(Display* display) {
   // SDL has loaded the library by itself; it stays loaded.
   void* const library = SDL_LoadObject("libX11.so.6");
   if (!library) return;
@@ -49,11 +55,21 @@ void SurviveDisplayLoss(SDL_Window* window) {
   if (!set_handler || !set_exit) return;
   g_owner = std::this_thread::get_id();
   set_handler(NoteLoss);
-  set_exit(info.info.x11.display, LiveOn, nullptr);
+  set_exit(display, LiveOn, nullptr);
+}
+
+}  // namespace
+
+void SurviveDisplayLoss(SDL_Window* window) {
+  SDL_SysWMinfo info = {};
+  SDL_VERSION(&info.version);
+  if (!SDL_GetWindowWMInfo(window, &info)) return;
+  if (info.subsystem == SDL_SYSWM_X11) WatchX11(info.info.x11.display);
+  if (info.subsystem == SDL_SYSWM_WAYLAND) WatchWayland(info.info.wl.display);
 }
 
 bool DisplayIsLost() {
-  return g_lost;
+  return g_lost || (g_wayland_error && g_wayland_error(g_wayland) != 0);
 }
 
 bool WaitForEvent(SDL_Event& event, int milliseconds) {
