@@ -3,19 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <map>
+#include <iostream>
 
+#include "looking.h"
 #include "small_disk.h"
-#include "support/scripted_phone.h"
 
 namespace {
 
-using Lines = std::vector<std::string>;
-using Files = std::map<std::string, std::string>;
-
-constexpr const char* kSaveFailed = "There was an error saving theme. Please try again";
-constexpr const char* kThemeNotDeleted = "Selected theme couldn't be deleted!";
-constexpr const char* kFavouriteNotDeleted = "Selected plugin couldn't be deleted!";
 constexpr int kPlugins = 300;   // some pages of a layout file
 constexpr int kMostPages = 12;  // enough for whatever the program writes
 
@@ -27,7 +21,7 @@ struct Deed {
   Lines afterwards;   ///< after it has succeeded
   std::string file;   ///< below the phone folder
   std::string holds;  ///< what the file holds once it has succeeded
-  const char* says;   ///< the box after a failure; nullptr for none
+  const char* says;   ///< the box after a failure; empty for none
 };
 
 const std::vector<Deed>& Deeds() {
@@ -52,22 +46,16 @@ const std::vector<Deed>& Deeds() {
        {},
        "Program Files/Quillmark/Plugins/plug-in 0.plg",
        std::string("p\0l\0u\0g", 7),
-       nullptr},
+       ""},
       {"apply a layout",
        {"key down", "wait 600"},
        {"softkey left", "menu Apply", "wait 3000"},
        {},
        "registry.reg",
        "gamma.home.xml",
-       nullptr},
+       ""},
   };
   return deeds;
-}
-
-Files FilesOf(const PhoneFolder& folder) {
-  Files files;
-  for (const std::string& file : FilesBelow(folder.path())) files[file] = ReadFile(folder.path() / file);
-  return files;
 }
 
 class DiskTrial : public testing::Test {
@@ -96,15 +84,15 @@ class DiskTrial : public testing::Test {
   static bool Try(const Deed& deed, const PhoneFolder& folder, ScriptedPhone& phone) {
     const Files before = FilesOf(folder);
     phone.Play(deed.last);
-    const auto box = phone.State()["box"];
+    const std::string box = Box(phone);
     Files after = FilesOf(folder);
     const bool done = after[deed.file].find(deed.holds) != std::string::npos;
     if (done) {
       phone.Play(deed.afterwards);
     } else {
       EXPECT_EQ(FilesOf(folder), before);
-      EXPECT_EQ(box.is_null() ? "" : box["text"], deed.says ? deed.says : "");
-      if (!box.is_null()) phone.Play({"answer ok"});
+      EXPECT_EQ(box, deed.says);
+      if (!box.empty()) phone.Play({"answer ok"});
     }
     after = FilesOf(folder);
     for (const auto& [name, content] : before) {

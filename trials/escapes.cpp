@@ -4,15 +4,11 @@
 
 #include <cstdlib>
 
-#include "support/scripted_phone.h"
+#include "looking.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using Lines = std::vector<std::string>;
-
-constexpr const char* kSaveFailed = "There was an error saving theme. Please try again";
-constexpr const char* kApply = "Do you want to apply saved theme?";
 
 /// A phone folder inside a folder whose other content is none of its business.
 class EscapeTrial : public testing::Test {
@@ -31,10 +27,6 @@ class EscapeTrial : public testing::Test {
 
   /// Everything on the disk that the program could reach by getting out, and in the phone folder.
   Lines Everything() const { return FilesBelow(outside.path); }
-  static std::string Box(ScriptedPhone& phone) {
-    const auto box = phone.State()["box"];
-    return box.is_null() ? "" : box["text"].get<std::string>();
-  }
   static void Retype(ScriptedPhone& phone, const std::string& text) {
     const auto edits = phone.State()["edits"];
     for (std::size_t press = 0; press < edits.back()["text"].get<std::string>().size(); ++press)

@@ -11,16 +11,14 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <cstdlib>
-#include <cstring>
 #include <iostream>
-#include <map>
 #include <random>
 #include <set>
 #include <stdexcept>
 #include <thread>
 
-#include "support/scripted_phone.h"
+#include "looking.h"
+#include "rounds.h"
 
 namespace {
 
@@ -34,7 +32,7 @@ constexpr int kPatience = 50;                // ms until an aimed kill comes any
 constexpr Microseconds kAfterCreation{400};  // the most that passes between a temporary file's creation and the kill
 constexpr std::size_t kFewestChanges = 8;    // changes that the script must make for the trial to mean anything
 
-const std::vector<std::string> kScript = {
+const Lines kScript = {
     "trace off",
     // Saves the layout in use over itself, and applies it in its two steps.
     "key action", "softkey left", "menu Save as", "type  II", "softkey left", "answer yes", "answer yes", "wait 1000",
@@ -52,7 +50,7 @@ const std::vector<std::string> kScript = {
 /// The phone of the trial.
 struct TrialPhone : PhoneFolder {
   TrialPhone() {
-    std::vector<std::string> plugins;
+    Lines plugins;
     for (int i = 0; i < kPlugins; ++i) plugins.push_back("plug-in " + std::to_string(i));
     AddLayout("alpha", "Alpha", {"clock"});
     AddLayout("beta", "Beta", plugins);
@@ -61,15 +59,6 @@ struct TrialPhone : PhoneFolder {
     AddFavorite("Harbour", u"<plugin clsid=\"{H}\" name=\"Harbour\"/>");
   }
 };
-
-/// What every file holds, by its path in the phone folder.
-using Files = std::map<std::string, std::string>;
-
-Files FilesOf(const PhoneFolder& folder) {
-  Files files;
-  for (const std::string& file : FilesBelow(folder.path())) files[file] = ReadFile(folder.path() / file);
-  return files;
-}
 
 /// Takes the temporary files out; gives how many there were.
 std::size_t TakeTemporary(Files& files) {
@@ -122,10 +111,9 @@ class Appearance {
 
 class Trial {
  public:
-  explicit Trial(std::uint32_t seed) : random_(seed), learnt_(Learn()) {}
-
   /// One kill. Throws what is wrong with the files it left.
-  void Round() {
+  void Round(std::uint32_t seed) {
+    random_.seed(seed);
     const TrialPhone folder;
     const std::size_t command = KillDuring(folder);
     Files files = FilesOf(folder);
@@ -196,33 +184,17 @@ class Trial {
   }
 
   std::mt19937 random_;
-  Learnt learnt_;
+  const Learnt learnt_ = Learn();
 };
-
-int Run(int rounds, std::uint32_t seed) {
-  std::cout << "seed " << seed << std::endl;
-  Trial trial(seed);
-  for (int round = 1; round <= rounds; ++round) {
-    try {
-      trial.Round();
-    } catch (const std::exception& failure) {
-      std::cout << "kill " << round << ": " << failure.what() << "\n";
-      return 1;
-    }
-  }
-  std::cout << rounds << " kills, " << trial.half_way << " of them while a temporary file was there, " << trial.changed
-            << " after the change: every file old or new, nothing left behind\n";
-  return 0;
-}
 
 }  // namespace
 
 int main(int count, char** arguments) {
-  int rounds = 300;
-  std::uint32_t seed = std::random_device()();
-  for (int i = 1; i + 1 < count; i += 2) {
-    if (std::strcmp(arguments[i], "--rounds") == 0) rounds = std::atoi(arguments[i + 1]);
-    if (std::strcmp(arguments[i], "--seed") == 0) seed = static_cast<std::uint32_t>(std::atoll(arguments[i + 1]));
-  }
-  return Run(rounds, seed);
+  const Rounds rounds = ParseRounds(count, arguments, 300);
+  Trial trial;
+  if (!Play(rounds, [&trial](std::uint32_t seed) { trial.Round(seed); })) return 1;
+  std::cout << rounds.count << " kills from seed " << rounds.seed << " on, " << trial.half_way
+            << " of them while a temporary file was there, " << trial.changed
+            << " after the change: every file old or new, nothing left behind\n";
+  return 0;
 }

@@ -5,17 +5,11 @@
 
 #include <functional>
 
-#include "support/scripted_phone.h"
+#include "looking.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using Lines = std::vector<std::string>;
-
-constexpr const char* kSaveFailed = "There was an error saving theme. Please try again";
-constexpr const char* kOverwrite = "File allready exists. Do you want to overwrite?";
-constexpr const char* kApply = "Do you want to apply saved theme?";
-constexpr const char* kThemeNotDeleted = "Selected theme couldn't be deleted!";
 
 const Lines kSave = {"key action", "softkey left", "menu Save as", "type  II"};
 
@@ -35,10 +29,6 @@ class ReplacedTrial : public testing::Test {
   }
 
   fs::path Layout() const { return folder.Home() / "beta.home.xml"; }
-  static std::string Box(ScriptedPhone& phone) {
-    const auto box = phone.State()["box"];
-    return box.is_null() ? "" : box["text"].get<std::string>();
-  }
 
   TemporaryFolder outside;
   PhoneFolder folder;

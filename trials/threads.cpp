@@ -10,7 +10,6 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdlib>
-#include <cstring>
 #include <iostream>
 #include <mutex>
 #include <random>
@@ -18,6 +17,7 @@
 #include <thread>
 
 #include "hosts/program.h"
+#include "rounds.h"
 #include "screens/resource.h"
 #include "support/phone_folder.h"
 
@@ -227,32 +227,15 @@ void PlayRound(std::uint32_t seed, std::atomic<std::uint64_t>& pulse, Tally& tal
     Check(file.find(".~writing-") == std::string::npos, "a stray file: " + file);
 }
 
-int Run(int rounds, std::uint32_t seed) {
-  std::cout << "seed " << seed << std::endl;
-  std::atomic<std::uint64_t> pulse = 0;
-  const Watchdog watchdog(pulse);
-  Tally tally;
-  for (int round = 0; round < rounds; ++round) {
-    try {
-      PlayRound(seed + static_cast<std::uint32_t>(round), pulse, tally);
-    } catch (const std::exception& failure) {
-      std::cout << "round with seed " << seed + static_cast<std::uint32_t>(round) << ": " << failure.what() << "\n";
-      return 1;
-    }
-  }
-  std::cout << rounds << " rounds, " << pulse << " waits for input, " << tally.applied << " writes of the registry, "
-            << tally.starts << " second starts\n";
-  return tally.applied > 0 && tally.starts > 0 ? 0 : 1;
-}
-
 }  // namespace
 
 int main(int count, char** arguments) {
-  int rounds = 100;
-  std::uint32_t seed = std::random_device()();
-  for (int i = 1; i + 1 < count; i += 2) {
-    if (std::strcmp(arguments[i], "--rounds") == 0) rounds = std::atoi(arguments[i + 1]);
-    if (std::strcmp(arguments[i], "--seed") == 0) seed = static_cast<std::uint32_t>(std::atoll(arguments[i + 1]));
-  }
-  return Run(rounds, seed);
+  const Rounds rounds = ParseRounds(count, arguments, 100);
+  std::atomic<std::uint64_t> pulse = 0;
+  const Watchdog watchdog(pulse);
+  Tally tally;
+  if (!Play(rounds, [&](std::uint32_t seed) { PlayRound(seed, pulse, tally); })) return 1;
+  std::cout << rounds.count << " rounds from seed " << rounds.seed << " on, " << pulse << " waits for input, "
+            << tally.applied << " writes of the registry, " << tally.starts << " second starts\n";
+  return tally.applied > 0 && tally.starts > 0 ? 0 : 1;
 }
