@@ -57,6 +57,8 @@ bool LoadFonts() {
 struct Engine {
   std::unique_ptr<PangoContext, ObjectRelease> context;  // null without fonts
   std::unique_ptr<PangoLayout, ObjectRelease> layout;
+  std::uint32_t face = 0;  ///< that the layout is made with; 0 for none
+  std::u16string text;     ///< that is laid out
 
   Engine();
 };
@@ -155,11 +157,16 @@ Ref<Face> FindFace(std::u16string_view name, int height, bool bold) {
 PangoLayout* LayOutLine(const Face& face, std::u16string_view text) {
   Engine& engine = TheEngine();
   PangoLayout* layout = engine.layout.get();
+  // Who measures a line draws it, too; a field looks at its own again and again.
+  if (engine.face == face.id && engine.text == text) return layout;
+  engine.face = 0;
+  engine.text = text;
   const std::string line = LineText(text);
   pango_context_set_language(engine.context.get(), pango_language_from_string(LanguageOf(text)));
   pango_layout_context_changed(layout);
   pango_layout_set_font_description(layout, face.description.get());
   pango_layout_set_text(layout, line.data(), static_cast<int>(line.size()));
+  engine.face = face.id;
   return layout;
 }
 
