@@ -7,10 +7,6 @@
 namespace phone::xml {
 namespace {
 
-bool IsDeclaration(const xmlNode* node) noexcept {
-  return node->type == XML_PI_NODE && View(node->name) == "xml";
-}
-
 bool HasChildOfType(const xmlNode* parent, xmlElementType type, const xmlNode* but) noexcept {
   for (const xmlNode* child = parent->children; child; child = child->next)
     if (child->type == type && child != but) return true;
@@ -24,7 +20,7 @@ bool MayStandAtTop(const xmlNode* document, const xmlNode* child) noexcept {
       // One that is in a document already stays with what that document declares.
       return !child->parent && !HasChildOfType(document, XML_DTD_NODE, child) &&
              !HasChildOfType(document, XML_ELEMENT_NODE, child);
-    case XML_PI_NODE: return !IsDeclaration(child) || !document->children;
+    case XML_PI_NODE: return !IsXmlDeclaration(child) || !document->children;
     case XML_COMMENT_NODE: return true;
     default: return false;
   }
@@ -39,7 +35,7 @@ bool MayStandInElement(const xmlNode* element, const xmlNode* child) noexcept {
     case XML_CDATA_SECTION_NODE:
     case XML_ENTITY_REF_NODE:
     case XML_COMMENT_NODE: return true;
-    case XML_PI_NODE: return !IsDeclaration(child);
+    case XML_PI_NODE: return !IsXmlDeclaration(child);
     default: return false;
   }
 }

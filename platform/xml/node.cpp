@@ -80,8 +80,9 @@ bool HasSettableText(const xmlNode* node) noexcept {
     case XML_ATTRIBUTE_NODE:
     case XML_TEXT_NODE:
     case XML_CDATA_SECTION_NODE:
-    case XML_COMMENT_NODE:
-    case XML_PI_NODE: return true;
+    case XML_COMMENT_NODE: return true;
+    // The declaration stays as it was read: what it says steers how the document is written.
+    case XML_PI_NODE: return !IsXmlDeclaration(node);
     default: return false;
   }
 }

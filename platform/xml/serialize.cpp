@@ -94,7 +94,7 @@ std::vector<Piece> DocumentPieces(const TreeRef& tree) {
 
 std::string_view EncodingOf(const TreeRef& tree) noexcept {
   const xmlNode* const first = tree->document()->children;
-  const bool declared = first && first->type == XML_PI_NODE && View(first->name) == "xml";
+  const bool declared = first && IsXmlDeclaration(first);
   return declared ? DeclaredEncoding(View(first->content)) : std::string_view();
 }
 

@@ -48,6 +48,10 @@ inline const xmlChar* Chars(const char* text) noexcept {
   return reinterpret_cast<const xmlChar*>(text);
 }
 
+inline bool IsXmlDeclaration(const xmlNode* node) noexcept {
+  return node->type == XML_PI_NODE && View(node->name) == "xml";
+}
+
 /// Whether the children pointer leads to children: that of an entity reference leads to the entity.
 inline bool HasChildren(const xmlNode* node) noexcept {
   return node->type == XML_ELEMENT_NODE || node->type == XML_ATTRIBUTE_NODE || node->type == XML_DOCUMENT_NODE;
