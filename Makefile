@@ -6,7 +6,7 @@ JOBS := $(shell nproc)
 BUILD_PACKAGES := g++ cmake ninja-build pkg-config binutils-mingw-w64-x86-64 libsdl2-dev libpixman-1-dev \
   libpango1.0-dev libcairo2-dev libfontconfig-dev libpng-dev zlib1g-dev libxml2-dev libicu-dev nlohmann-json3-dev
 RUN_PACKAGES := fonts-dejavu-core fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji xdg-utils
-TEST_PACKAGES := libgtest-dev
+TEST_PACKAGES := libgtest-dev libx11-dev libxtst-dev xvfb xclip
 BENCH_PACKAGES := libbenchmark-dev
 LINT_PACKAGES := clang-format clang-tidy
 ARTWORK_PACKAGES := librsvg2-bin netpbm icoutils fonts-dejavu-core
