@@ -125,9 +125,9 @@ double BounceInOut(const Motion& m) {
 }
 
 double Position(const Motion& m, INT curve) {
+  if (curve == EASE_LINEAR) return m.elapsed * m.change / m.duration + m.begin;
   const double x = m.Part();
   switch (curve) {
-    case EASE_LINEAR: return m.elapsed * m.change / m.duration + m.begin;
     case EASE_QUAD_IN: return m.change * x * x + m.begin;
     case EASE_QUAD_OUT: return m.begin - m.change * x * (x - 2);
     case EASE_QUAD_IN_OUT: return QuadInOut(m);
@@ -148,8 +148,8 @@ double Position(const Motion& m, INT curve) {
 
 /// Halves go away from zero.
 INT Round(double value) {
-  const double whole = std::trunc(value);
-  if (std::fabs(value) - std::fabs(whole) < 0.5) return Truncate(whole);
+  const double whole = Truncate(value);
+  if (std::fabs(value) - std::fabs(whole) < 0.5) return static_cast<INT>(whole);
   return Truncate(value < 0 ? whole - 1 : whole + 1);
 }
 

@@ -46,6 +46,7 @@ constexpr Drawing kDrawings[] = {
     {"BitBlt 240x278, the frame", Call::copy, TEXT("bg"), 0, 0, 240, 278, 240, 278, 255},
     {"BitBlt 320x198, the frame", Call::copy, TEXT("bg"), 0, 0, 320, 198, 320, 198, 255},
     {"StretchBlt 240x320, the About picture", Call::stretch, TEXT("about"), 0, 0, 240, 320, 240, 320, 255},
+    {"StretchBlt 320x198, the About picture", Call::stretch, TEXT("about"), 0, 0, 320, 198, 320, 198, 255},
     {"StretchBlt 320x240, the About picture", Call::stretch, TEXT("aboutL"), 0, 0, 320, 240, 320, 240, 255},
     {"AlphaBlend 220x27, a selection bar", Call::blend, TEXT("pItem"), 11, 37, 220, 27, 240, 278, 255},
     {"AlphaBlend 220x27, a bar that fades", Call::blend, TEXT("pItem"), 11, 37, 220, 27, 240, 278, 120},

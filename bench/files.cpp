@@ -67,8 +67,10 @@ void Catalog(benchmark::State& state) {
     Samples tree_times;
     for (auto _ : state) {
       std::vector<Document> trees;
+      Settle();
       tree_times.Add(Time([&] { trees = ReadTrees(); }));
       trees.clear();
+      Settle();
       const double time = Time([&] { Unexamined(LoadThemeCatalog(kFolder, themes)); });
       ClearRing(themes);
       catalog_times.Add(time);

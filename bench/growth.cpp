@@ -126,7 +126,7 @@ void Growth(benchmark::State& state, const Kind& kind, int count, bool of_memory
     Cost one = {};
     Cost one_of_few = {};
     for (auto _ : state) {
-      CostOf(program, kind, kFew);  // pays for what the many have left behind in the allocator
+      Settle();
       one_of_few = CostOf(program, kind, kFew);
       one = CostOf(program, kind, count);
       few.Add(one_of_few.time);

@@ -5,7 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <memory>
+#include <chrono>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -64,9 +64,12 @@ class Started {
   int output_ = -1;
 };
 
+/// Here other processes are what is measured, and so the clock on the wall counts.
 double TimeStart(const std::vector<std::string>& words) {
-  std::unique_ptr<Started> started;
-  return Time([&] { started = std::make_unique<Started>(words); });
+  using Clock = std::chrono::steady_clock;
+  const Clock::time_point begin = Clock::now();
+  const Started started(words);
+  return std::chrono::duration<double>(Clock::now() - begin).count();
 }
 
 void Start(benchmark::State& state) {

@@ -52,7 +52,7 @@ void CTextVisual::Draw(HDC dc) noexcept {
 
 /// Without a reference height the font keeps the size it was given.
 INT CTextVisual::CurrentFontSize() const noexcept {
-  if (referenceHeight <= 0) return fontSize;
+  if (referenceHeight <= 0 || referenceHeight == height.current) return fontSize;
   return static_cast<INT>(std::int64_t{fontSize} * height.current / referenceHeight);
 }
 

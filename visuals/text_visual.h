@@ -28,14 +28,15 @@ class CTextVisual : public CVisual {
 
   COLORREF textColor = 0;          ///< 0x00BBGGRR
   BYTE transparentBackground = 0;  ///< 1: no box behind the text
+  UINT format = TEXT_FORMAT;       ///< DrawTextW's flags
+  INT inset = 0;                   ///< px
+  INT fontSize = 8;                ///< points at the reference height
+  INT fontSizeInUse = 0;           ///< points, of `font`
+  INT referenceHeight = -1;        ///< px
+  OwnedFont font;                  ///< made for `fontSizeInUse`; null when that failed
+  // The long ones come last, so that what every draw of a row reads lies close together.
   FixedText<50> fontFace;
   FixedText<255> text;
-  UINT format = TEXT_FORMAT;  ///< DrawTextW's flags
-  INT inset = 0;              ///< px
-  INT fontSize = 8;           ///< points at the reference height
-  INT fontSizeInUse = 0;      ///< points, of `font`
-  INT referenceHeight = -1;   ///< px
-  OwnedFont font;             ///< made for `fontSizeInUse`; null when that failed
 
  private:
   INT CurrentFontSize() const noexcept;

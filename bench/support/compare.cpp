@@ -1,8 +1,16 @@
 #include "support/compare.h"
 
+#include <time.h>
+
 #include <algorithm>
 
 namespace bench {
+
+double ProcessorTime() {
+  timespec time = {};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
 
 double Samples::Best() const {
   return *std::min_element(times_.begin(), times_.end());

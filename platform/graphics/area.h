@@ -2,6 +2,7 @@
 /// Rectangles in 64 bits, so that no sum of the platform's coordinates overflows.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 
@@ -23,7 +24,18 @@ inline Area AreaOf(const RECT& rect) noexcept {
 }
 
 /// What both have in common; nothing when that is empty.
-std::optional<Area> Intersect(const Area& a, const Area& b) noexcept;
-bool Contains(const Area& outer, const Area& inner) noexcept;
+inline std::optional<Area> Intersect(const Area& a, const Area& b) noexcept {
+  const std::int64_t left = std::max(a.x, b.x);
+  const std::int64_t top = std::max(a.y, b.y);
+  const std::int64_t right = std::min(a.x + a.width, b.x + b.width);
+  const std::int64_t bottom = std::min(a.y + a.height, b.y + b.height);
+  if (left >= right || top >= bottom) return std::nullopt;
+  return Area{left, top, right - left, bottom - top};
+}
+
+inline bool Contains(const Area& outer, const Area& inner) noexcept {
+  return inner.x >= outer.x && inner.y >= outer.y && inner.x + inner.width <= outer.x + outer.width &&
+         inner.y + inner.height <= outer.y + outer.height;
+}
 
 }  // namespace phone

@@ -30,22 +30,24 @@ std::u16string_view TextOf(LPCWSTR text, int length) noexcept {
   return all.size() <= kMostUnits ? all : all.substr(0, CutLength(all, kMostUnits));
 }
 
-/// Draws one line in a rectangle that may lie anywhere; gives the line's height.
-int DrawInArea(DeviceContext& context, std::u16string_view text, const Area& area, UINT format) {
+int LineHeight(DeviceContext& context) {
+  const Face* face = context.font->face();
+  return face == nullptr ? 0 : face->line_height;
+}
+
+/// Draws one line in a rectangle of which `visible` lies in the target.
+void DrawInArea(DeviceContext& context, std::u16string_view text, const Area& area, const Area& visible, UINT format) {
   Face* face = context.font->face();
-  if (face == nullptr) return 0;
+  if (face == nullptr) return;
   Bitmap& target = *context.bitmap;
-  const std::optional<Area> visible = Intersect(area, AreaOf(target));
-  if (!visible) return face->line_height;
   const std::int64_t top = (format & DT_VCENTER) != 0 ? CenteredTop(area, face->line_height) : area.y;
   if (!context.transparent) {
     const Area cell = {area.x, top, CachedLine(*face, text).width, face->line_height};
-    if (const std::optional<Area> filled = Intersect(cell, *visible))
+    if (const std::optional<Area> filled = Intersect(cell, visible))
       FillPixels(target, *filled, kBackgroundColor, kOpaque);
   }
   target.drawn_into = true;
-  DrawLineAt(target, *visible, area.x, top + face->ascent, *face, text, context.text_color);
-  return face->line_height;
+  DrawLineAt(target, visible, area.x, top + face->ascent, *face, text, context.text_color);
 }
 
 Ref<Face> FaceOf(const LineStyle& style) {
@@ -91,13 +93,12 @@ int DrawTextW(HDC dc, LPCWSTR text, int length, RECT* rect, UINT format) {
   DeviceContext* context = FindContext(dc);
   if (context == nullptr || text == nullptr || rect == nullptr || length < -1) return 0;
   try {
+    if (TraceEnabled()) TraceText(*context, *rect, TextOf(text, length), format);
     const Area area = AreaOf(*rect);
-    const bool outside = !Intersect(area, AreaOf(*context->bitmap));
-    const bool traced = TraceEnabled();
     // What nobody sees is not even measured.
-    const std::u16string_view line = outside && !traced ? std::u16string_view() : TextOf(text, length);
-    if (traced) TraceText(*context, *rect, line, format);
-    return DrawInArea(*context, line, area, format);
+    if (const std::optional<Area> visible = Intersect(area, AreaOf(*context->bitmap)))
+      DrawInArea(*context, TextOf(text, length), area, *visible, format);
+    return LineHeight(*context);
   } catch (...) {
     return 0;
   }

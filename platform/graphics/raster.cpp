@@ -48,8 +48,14 @@ class RowScaler {
       std::memcpy(row, pixels + first_x_, static_cast<std::size_t>(width_) * 4);
       return;
     }
-    const int* const columns = columns_.data();
-    for (int i = 0; i < width_; ++i) row[i] = pixels[columns[i]];
+    const int* column = columns_.data();
+    std::uint32_t* const end = row + width_;
+    // Four at a time: all are read before the first is written, so that the reads need not wait for the writes.
+    for (; end - row >= 4; row += 4, column += 4) {
+      const std::uint32_t four[4] = {pixels[column[0]], pixels[column[1]], pixels[column[2]], pixels[column[3]]};
+      std::memcpy(row, four, sizeof four);
+    }
+    while (row < end) *row++ = pixels[*column++];
   }
 
   static std::vector<int> columns_;  // kept, so that scaling settles without allocation

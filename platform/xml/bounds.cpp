@@ -61,14 +61,20 @@ void OnStartTag(void* user, const xmlChar* name, const xmlChar* prefix, const xm
 
 /// Counts the quoted values, and the bars outside of them, up to the end of a tag: no "<" can stand in one.
 std::size_t CountParts(std::string_view tag) noexcept {
+  constexpr char kNone = 0;
   if (tag.starts_with("!-") || tag.starts_with("![") || tag.starts_with('?')) return 0;
   std::size_t parts = 0;
-  for (std::size_t at = tag.find_first_of("\"'|<>"); at != tag.npos; at = tag.find_first_of("\"'|<>", at + 1)) {
-    if (tag[at] == '<' || tag[at] == '>') break;
-    ++parts;
-    if (tag[at] == '|') continue;
-    at = tag.find_first_of(tag[at] == '"' ? "\"<" : "'<", at + 1);
-    if (at == tag.npos || tag[at] == '<') break;
+  char quote = kNone;
+  for (const char c : tag) {
+    if (c == '<' || (c == '>' && quote == kNone)) break;
+    if (quote != kNone) {
+      if (c == quote) quote = kNone;
+    } else if (c == '"' || c == '\'') {
+      quote = c;
+      ++parts;
+    } else if (c == '|') {
+      ++parts;
+    }
   }
   return parts;
 }

@@ -119,4 +119,51 @@ TEST(ListMoves, AnySequenceKeepsTheListWhole) {
   });
 }
 
+void SelectByMoves(NumberedList& list, INT index) {
+  index = std::min(std::max(index, 1), list.GetCount());
+  const INT moves = index - list.selectedIndex;
+  for (INT i = 0; i < moves; ++i) list.MoveDown();
+  for (INT i = 0; i > moves; --i) list.MoveUp();
+}
+
+/// Everything of a list that is drawn now.
+std::vector<INT> Picture(NumberedList& list) {
+  list.Draw(nullptr);
+  std::vector<INT> picture = {list.selectedIndex, list.selectedRow, list.SelectedNumber()};
+  const auto add = [&picture](const CVisual& visual) {
+    for (const VisualProperty* property : {&visual.x, &visual.y, &visual.height, &visual.width, &visual.alpha})
+      picture.push_back(property->current);
+    picture.push_back(visual.visible.current);
+  };
+  for (INT index = -4; index < list.GetCount(); ++index) {
+    add(list.Row(index));
+    add(*list.Row(index).texts->member);
+  }
+  for (const auto* bar : {&list.highlight, &list.moveHighlight, &list.scrollBar}) add(**bar);
+  return picture;
+}
+
+TEST(ListMoves, SelectingLooksLikeSingleMovesAtEveryMoment) {
+  OnPhone([](TestHost& host, const auto&) {
+    for (unsigned seed = 1; seed <= 40; ++seed) {
+      std::minstd_rand random(seed);
+      const INT count = static_cast<INT>(random() % 24 + 1);
+      const INT rows = static_cast<INT>(random() % 6 + 1);
+      NumberedList direct(count, rows);
+      NumberedList stepwise(count, rows);
+      for (INT selection = 0; selection < 6; ++selection) {
+        SCOPED_TRACE(::testing::Message() << "seed " << seed << " selection " << selection);
+        const INT target = static_cast<INT>(random() % (count + 3)) - 1;
+        direct.SelectIndex(target);
+        SelectByMoves(stepwise, target);
+        // The next selection meets this one's motion at any stage, or at rest.
+        for (DWORD moments = random() % 4; moments > 0; --moments) {
+          host.tick += static_cast<DWORD>(random() % 250);
+          ASSERT_EQ(Picture(direct), Picture(stepwise));
+        }
+      }
+    }
+  });
+}
+
 }  // namespace
