@@ -4,6 +4,7 @@
 #include <unicode/ustring.h>
 #include <unicode/utf16.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -32,6 +33,14 @@ UChar32 NextFolded(std::u16string_view text, std::size_t& at) noexcept {
 std::uint32_t Rank(UChar32 character) noexcept {
   if (character < 0x10000) return static_cast<std::uint32_t>(character) << 16;
   return static_cast<std::uint32_t>(U16_LEAD(character)) << 16 | static_cast<std::uint32_t>(U16_TRAIL(character));
+}
+
+/// Where two texts begin to differ, but never between the halves of a pair.
+std::size_t CommonLength(std::u16string_view a, std::u16string_view b) noexcept {
+  const std::size_t shorter = std::min(a.size(), b.size());
+  std::size_t length = 0;
+  while (length < shorter && a[length] == b[length]) ++length;
+  return length > 0 && U16_IS_LEAD(a[length - 1]) ? length - 1 : length;
 }
 
 }  // namespace
@@ -90,8 +99,9 @@ std::u16string FoldCase(std::u16string_view text) {
 }
 
 int CompareFolded(std::u16string_view a, std::u16string_view b) noexcept {
-  std::size_t at_a = 0;
-  std::size_t at_b = 0;
+  // Paths of one folder have most of their characters in common.
+  std::size_t at_a = CommonLength(a, b);
+  std::size_t at_b = at_a;
   while (at_a < a.size() && at_b < b.size()) {
     const std::uint32_t rank_a = Rank(NextFolded(a, at_a));
     const std::uint32_t rank_b = Rank(NextFolded(b, at_b));
