@@ -1,1 +1,0 @@
-// Stands for a room that has no source yet.
