@@ -173,8 +173,8 @@ PangoLayout* LayOutLine(const Face& face, std::u16string_view text) {
 }  // namespace phone
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__clang__)
-// Fontconfig links its records by distances instead of pointers, which the leak checker cannot follow; the library of the
-// desktop's message bus, which a host may load, leaves its tables to the end of the process.
+// Fontconfig links its records by distances instead of pointers, which the leak checker cannot follow; the library of
+// the desktop's message bus, which a host may load, leaves its tables to the end of the process.
 extern "C" const char* __lsan_default_suppressions();
 extern "C" const char* __lsan_default_suppressions() {
   return "leak:libfontconfig\nleak:libpangoft2\nleak:libdbus-1\n";
