@@ -31,7 +31,7 @@ run_slice() {
   [ -d fuzz/regressions/"$name" ] && inputs+=(fuzz/regressions/"$name")
   local status=0 TIMEFORMAT='processor %U %S'
   # shellcheck disable=SC2086  # nothing where there is no dictionary
-  time "$build/replay/fuzz_$name" -max_total_time=$slice -timeout=30 -print_final_stats=1 -artifact_prefix="$found-" \
+  time "$build/replay/fuzz_$name" -max_total_time=$slice -timeout=120 -report_slow_units=120 -print_final_stats=1 -artifact_prefix="$found-" \
     $dictionary "$build/gathered/$name" "${inputs[@]}" >"$log" 2>&1 || status=$?
   return $status
 }
@@ -51,8 +51,10 @@ fuzz() {
     if [ "${now:-0}" -gt "$edges" ]; then edges=$now last=$used; fi
     [ "$status" -eq 0 ] && [ "$used" -lt "$most" ] && [ $((used - last)) -lt "$quiet" ] || break
   done
-  printf '%-10s %9d runs %5d of %d edges %5d inputs %5d s of processor time, last new edge after %d s\n' "$name" \
-    "$runs" "$edges" "${all:-0}" "$(find "$build/gathered/$name" -type f | wc -l)" "$used" "$last"
+  printf '%-10s %9d runs %5d of %d edges %5d inputs %5d s of processor time' "$name" "$runs" "$edges" "${all:-0}" \
+    "$(find "$build/gathered/$name" -type f | wc -l)" "$used"
+  [ "$most" -eq 0 ] || printf ', the last new edge within %d s' "$last"
+  printf '\n'
   [ "$status" -eq 0 ] && return 0
   echo "$name has found something. The end of $log:"
   grep -aE 'does not hold|ERROR:|runtime error|SUMMARY' "$log" || tail -n 20 "$log"
