@@ -68,13 +68,13 @@ std::string Heading(const phone::Options& options) {
 Recorder::Recorder(const std::string& file, const phone::Options& options) : file_(file), descriptor_(Make(file)) {
   if (!Append(Heading(options))) {
     const std::string message = failure_;
-    unlink(file.c_str());
+    Remove();
     throw std::runtime_error(message);
   }
 }
 
 Recorder::~Recorder() {
-  if (!happened_ && IsRegularFile(descriptor_.get())) unlink(file_.c_str());
+  if (!happened_) Remove();
 }
 
 bool Recorder::Write(std::uint32_t tick, std::string_view command) {
@@ -88,6 +88,11 @@ bool Recorder::Write(std::uint32_t tick, std::string_view command) {
   }
   tick_ = tick;
   return Append(lines.append(command) += '\n');
+}
+
+/// Pipes and devices were there before, and stay.
+void Recorder::Remove() {
+  if (IsRegularFile(descriptor_.get())) unlink(file_.c_str());
 }
 
 /// What is torn would not be understood.

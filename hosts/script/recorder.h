@@ -33,6 +33,7 @@ class Recorder {
 
  private:
   bool Append(const std::string& lines);
+  void Remove();
   void DropFrom(std::int64_t end);
 
   std::string file_;
