@@ -16,7 +16,7 @@ PACKAGE_PACKAGES := dpkg-dev file gzip man-db groff lintian desktop-file-utils a
 .PHONY: help build run test asan tsan trials fuzz faults bench tour artwork lint format install package clean
 
 help: ## list these targets
-	@grep -hE '^[a-z]+:.*##' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## /  make \1|/' | column -t -s '|'
+	@awk -F ':.*## ' '/^[a-z]+:.*## / { printf "  make %-8s  %s\n", $$1, $$2 }' $(MAKEFILE_LIST)
 
 build: ## the release build: build/quillmark and build/quillmark-headless
 	@scripts/install-packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES)
