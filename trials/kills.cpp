@@ -3,8 +3,9 @@
 ///
 /// A script of commands is played once to learn what every file holds after each of them. Then each round plays it
 /// again, up to a command drawn at random, and kills the process: a third of the kills come at any moment, the others
-/// are aimed at commands that change a file, half of these at the moment when a temporary file appears. Every file must
-/// then hold what it held before or after that command, and the next start must remove what was left half-way.
+/// are aimed at commands that change a file, half of these at the moment when a temporary file appears or a file
+/// is written to. Every file must then hold what it held before or after that command, and the next start must remove
+/// what was left half-way.
 #include <poll.h>
 #include <signal.h>
 #include <sys/inotify.h>
@@ -89,12 +90,12 @@ Learnt Learn() {
   return learnt;
 }
 
-/// Tells when a file appears in a folder of the phone.
+/// Tells when a file of the phone appears or is written to in its place.
 class Appearance {
  public:
   explicit Appearance(const PhoneFolder& folder) : descriptor_(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
     for (const fs::path& watched : {folder.path(), folder.Home(), folder.Plugins()})
-      inotify_add_watch(descriptor_, watched.c_str(), IN_CREATE);
+      inotify_add_watch(descriptor_, watched.c_str(), IN_CREATE | IN_MODIFY);
   }
   Appearance(const Appearance&) = delete;
   Appearance& operator=(const Appearance&) = delete;
