@@ -96,7 +96,8 @@ DWORD MakeHomeFolder() {
 }  // namespace
 
 std::string ReadLayout(const std::filesystem::path& file, Layout& layout) {
-  layout.name = file.filename().string();
+  // A folder may be dropped with a separator behind its name.
+  layout.name = (file.has_filename() ? file : file.parent_path()).filename().string();
   struct stat status = {};
   if (const std::string problem = ReadContent(file, layout.content, status); !problem.empty()) return problem;
   const auto name = phone::ToUtf16(layout.name);

@@ -1,12 +1,13 @@
 #include "hosts/sdl/overlays.h"
 
+#include <unicode/unistr.h>
+
 #include <algorithm>
 #include <iostream>
 #include <limits>
 #include <utility>
 
 #include "hosts/sdl/overlay_pictures.h"
-#include "system/text.h"
 
 namespace sdl {
 namespace {
@@ -16,8 +17,10 @@ constexpr Uint64 kTimeForOthers = 1'000;     // ms more for each notice that is 
 constexpr Uint64 kIntroductionTime = 8'000;  // ms
 constexpr std::size_t kMostNotices = 12;
 
+/// A file's name may hold bytes that are no text.
 std::u16string ToText(const std::string& utf8) {
-  return phone::ToUtf16(utf8).value_or(u"?");
+  const icu::UnicodeString text = icu::UnicodeString::fromUTF8(utf8);
+  return {text.getBuffer(), static_cast<std::size_t>(text.length())};
 }
 
 bool IsModifier(SDL_Keycode key) {

@@ -13,6 +13,7 @@ namespace {
 constexpr char kTitle[] = "Quillmark";
 constexpr std::uint32_t kUsualFrameTime = 16;
 constexpr SDL_Rect kUnknownDisplay = {0, 0, 640, 480};
+constexpr double kRounding = 0.02;  ///< of the density, where a desktop scales by a fraction and whole pixels come out
 
 std::vector<SDL_Rect> AllUsableBounds() {
   std::vector<SDL_Rect> all;
@@ -94,8 +95,10 @@ std::uint32_t Window::FrameTime() const {
 int Window::SetScale(int scale) {
   state_.scale = scale;
   if (!window_) return scale;
-  if (HasFlag(SDL_WINDOW_MAXIMIZED)) SDL_RestoreWindow(window_.get());
+  const bool was_maximised = HasFlag(SDL_WINDOW_MAXIMIZED);
+  if (was_maximised) SDL_RestoreWindow(window_.get());
   const int reached = ApplyScale();
+  if (was_maximised && state_.position) MoveTo(*state_.position);
   if (scale) state_.scale = reached;
   return reached;
 }
@@ -250,7 +253,7 @@ int Window::ApplyScale() {
 
 void Window::HandleSize() {
   canvas_.Resized();
-  if (Density() != density_) {
+  if (std::abs(Density() - density_) > kRounding) {
     ApplyScale();
   } else if (IsPlain() && CurrentView().scale != scale_) {
     // Somebody has drawn the window to another size.

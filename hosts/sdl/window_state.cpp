@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <sstream>
 #include <utility>
@@ -37,7 +36,7 @@ bool TakeLine(const std::string& line, WindowState& state) {
   if (name == kPosition) {
     SDL_Point& at = state.position.emplace();
     words >> at.x >> at.y;
-    if (std::max(std::abs(at.x), std::abs(at.y)) > kFarthest) return false;
+    if (std::min(at.x, at.y) < -kFarthest || std::max(at.x, at.y) > kFarthest) return false;
   } else if (name == kScale) {
     words >> state.scale;
     if (state.scale < 0 || state.scale > kLargestScale) return false;
