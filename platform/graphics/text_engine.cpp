@@ -72,22 +72,6 @@ void SetFontOptions(PangoContext* context) {
   cairo_font_options_destroy(options);
 }
 
-Engine::Engine() {
-  if (!LoadFonts()) return;
-  const std::unique_ptr<PangoFontMap, ObjectRelease> map(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT));
-  context.reset(pango_font_map_create_context(map.get()));
-  SetFontOptions(context.get());
-  pango_context_set_base_dir(context.get(), PANGO_DIRECTION_WEAK_LTR);
-  layout.reset(pango_layout_new(context.get()));
-  pango_layout_set_single_paragraph_mode(layout.get(), TRUE);
-}
-
-/// Never released: Pango's own threads may still look for fonts when the process ends.
-Engine& TheEngine() {
-  static Engine* const engine = new Engine;
-  return *engine;
-}
-
 /// The language that decides which of the Han typefaces is right, by the other characters of the text. It would be this
 /// machine's language otherwise.
 const char* LanguageOf(std::u16string_view text) noexcept {
@@ -98,6 +82,25 @@ const char* LanguageOf(std::u16string_view text) noexcept {
     if (unit >= 0x3400 && unit <= 0x9FFF) language = "zh-cn";
   }
   return language;
+}
+
+Engine::Engine() {
+  if (!LoadFonts()) return;
+  const std::unique_ptr<PangoFontMap, ObjectRelease> map(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT));
+  context.reset(pango_font_map_create_context(map.get()));
+  SetFontOptions(context.get());
+  pango_context_set_base_dir(context.get(), PANGO_DIRECTION_WEAK_LTR);
+  // Fonts are searched for by language, too: that of most lines, so that a new face's search is its first line's as
+  // well.
+  pango_context_set_language(context.get(), pango_language_from_string(LanguageOf({})));
+  layout.reset(pango_layout_new(context.get()));
+  pango_layout_set_single_paragraph_mode(layout.get(), TRUE);
+}
+
+/// Never released: Pango's own threads may still look for fonts when the process ends.
+Engine& TheEngine() {
+  static Engine* const engine = new Engine;
+  return *engine;
 }
 
 /// A line break, a tab: what is drawn as one blank.
@@ -126,10 +129,11 @@ Ref<Face> MakeFace(const FaceKey& key) {
   pango_font_description_set_weight(description, bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
   const std::unique_ptr<PangoFont, ObjectRelease> font(pango_context_load_font(TheEngine().context.get(), description));
   if (font == nullptr) return {};
-  PangoFontMetrics* metrics = pango_font_get_metrics(font.get(), nullptr);
-  face->ascent = PANGO_PIXELS(pango_font_metrics_get_ascent(metrics));
-  face->line_height = face->ascent + PANGO_PIXELS(pango_font_metrics_get_descent(metrics));
-  pango_font_metrics_unref(metrics);
+  // The empty glyph is as high as a line. Asked for its metrics, the font would search for its fallbacks once more.
+  PangoRectangle cell = {};
+  pango_font_get_glyph_extents(font.get(), PANGO_GLYPH_EMPTY, nullptr, &cell);
+  face->ascent = PANGO_PIXELS(PANGO_ASCENT(cell));
+  face->line_height = face->ascent + PANGO_PIXELS(PANGO_DESCENT(cell));
   face->id = ++faces_made;
   return face;
 }
