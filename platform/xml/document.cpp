@@ -1,5 +1,6 @@
 #include "xml/document.h"
 
+#include <cstring>
 #include <optional>
 #include <span>
 #include <string>
@@ -45,8 +46,10 @@ TreeRef ParseText(std::u16string_view text) {
 
 /// Whether what is written of the document is read again before it replaces a file: where references stand that no node
 /// holds, or in an encoding with states of its own, a mistake would cost the user the file.
-bool NeedsProof(const TreeRef& tree, std::string_view encoding) {
-  return tree->document()->intSubset || HasReferenceInAddress(tree->document()) || !IsUtf8(encoding);
+bool NeedsProof(const TreeRef& tree, std::string_view encoding, std::span<const std::byte> bytes) {
+  if (tree->document()->intSubset || !IsUtf8(encoding)) return true;
+  // What is written without an ampersand has no reference anywhere.
+  return std::memchr(bytes.data(), '&', bytes.size()) != nullptr && HasReferenceInAddress(tree->document());
 }
 
 bool CanBeRead(std::span<const std::byte> bytes) {
@@ -84,7 +87,7 @@ class Document final : public NodeObject<IXMLDOMDocument> {
       if (!xmlDocGetRootElement(tree()->document())) return E_FAIL;
       const std::string_view encoding = EncodingOf(tree());
       const auto bytes = Encode(DocumentPieces(tree()), encoding);
-      if (!bytes || (NeedsProof(tree(), encoding) && !CanBeRead(*bytes))) return E_FAIL;
+      if (!bytes || (NeedsProof(tree(), encoding, *bytes) && !CanBeRead(*bytes))) return E_FAIL;
       return HRESULT_FROM_WIN32(WriteWholeFile(*path, *bytes));
     });
   }
