@@ -14,8 +14,9 @@ namespace faults {
 struct Expectation {
   const CleanRun& clean;
   std::size_t step;
-  /// Runs without a fault that went back after the step before (if there is one), the step, and the one after (if there
-  /// is one and the program still runs).
+  /// The step that answers the question the step leads to with Yes; the step itself when there is no such thing.
+  std::size_t consent;
+  /// Runs without a fault that went back after the step before, the step and the consent, where the program still runs.
   std::vector<const BrokenRun*> returns;
 };
 

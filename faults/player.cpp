@@ -1,5 +1,7 @@
 #include "faults/player.h"
 
+#include <iterator>
+
 #include "graphics/object.h"
 #include "hosts/program.h"
 #include "hosts/script/performer.h"
@@ -105,6 +107,8 @@ Ending Play(const std::filesystem::path& folder, const std::optional<Fault>& fau
   settings.phone = folder;
   player.ending().exit_code = phone::Run(player, hosts::PhoneOptions(settings), StartProgram);
   g_player = nullptr;
+  const std::filesystem::directory_iterator open_files("/proc/self/fd");
+  player.ending().open_files = static_cast<std::size_t>(std::distance(begin(open_files), end(open_files)));
   return player.ending();
 }
 

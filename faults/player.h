@@ -29,6 +29,7 @@ struct Ending {
   std::string refused;               ///< the line that was not understood or could not be done, and why
   std::size_t graphics_handles = 0;  ///< that were open when the program had ended, the phone's own included
   std::size_t kernel_handles = 0;
+  std::size_t open_files = 0;  ///< of this process when the phone was off
 };
 
 /// Switches a phone on, has the program worked by the hands, and switches it off. When the hands are done the main

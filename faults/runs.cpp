@@ -1,5 +1,7 @@
 #include "faults/runs.h"
 
+#include <iterator>
+
 #include "graphics/trace.h"
 #include "phone.h"
 #include "system/text.h"
@@ -12,15 +14,20 @@ using script::Reply;
 /// Animations take at most half a second; the frame that ends one asks for another.
 constexpr const char* kSettle[] = {"wait 600 600", "repaint"};
 
+/// The screens by their captions; the last one has none.
+constexpr const char* kScreens[] = {"Select Theme",  "Select Plugins",   "Save Theme",
+                                    "Choose Plugin", "Add to favorites", "About"};
+
+constexpr const char* kKeys[] = {"softkey left", "softkey right", "key action", "key up", "key down", "key back"};
+
 /// More screens than the program ever has open behind each other.
 constexpr int kDeepest = 4;
 
 std::string CaptionOf(const Sight& sight) {
   for (const std::string& text : TextsOf(sight.frame))
-    for (const char* const caption :
-         {"Select Theme", "Select Plugins", "Save Theme", "Choose Plugin", "Add to favorites"})
-      if (text == caption) return text;
-  return "About";
+    for (const char* const caption : kScreens)
+      if (text == caption) return caption;
+  return kScreens[std::size(kScreens) - 1];
 }
 
 /// What a person could press on the screen that is seen, each with the screen's name before it.
@@ -33,8 +40,7 @@ std::set<std::string> Offers(const Sight& sight) {
   } else if (!sight.look["menu"].is_null()) {
     for (const Reply& label : sight.look["menu"]) offers.insert(screen + "menu " + label.get<std::string>());
   } else {
-    for (const char* const key : {"softkey left", "softkey right", "key action", "key up", "key down", "key back"})
-      offers.insert(screen + key);
+    for (const char* const key : kKeys) offers.insert(screen + key);
   }
   return offers;
 }
@@ -99,6 +105,13 @@ Hands PlayAndReturn(const Scenario& scenario, std::size_t last_step, const std::
 }
 
 }  // namespace
+
+std::set<std::string> EveryKeyOfEveryScreen() {
+  std::set<std::string> keys;
+  for (const char* const screen : kScreens)
+    for (const char* const key : kKeys) keys.insert(std::string(screen) + ": " + key);
+  return keys;
+}
 
 CleanRun Stage::PlayClean(const Scenario& scenario) const {
   folder_.Fill(files_);

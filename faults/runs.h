@@ -6,6 +6,7 @@
 #pragma once
 
 #include <set>
+#include <string>
 
 #include "faults/player.h"
 #include "faults/scenario.h"
@@ -21,6 +22,9 @@ struct CleanRun {
   std::set<std::string> pressed;  ///< those of them that were pressed
   Ending ending;
 };
+
+/// The soft keys and keys of all screens of the program, as `offered` names them.
+std::set<std::string> EveryKeyOfEveryScreen();
 
 /// A run that does not go on after a step but back to the list of themes, reads it afresh, moves in it and exits.
 struct BrokenRun {

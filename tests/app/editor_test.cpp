@@ -151,27 +151,6 @@ TEST_F(Editor, SavingRefusesShortTextsAndAsksBeforeOverwriting) {
   EXPECT_EQ(FilesBelow(folder.path()), files);
 }
 
-TEST_F(Editor, AFailedSaveLeavesTheOldFileAndTheForm) {
-  const std::string before = ReadFile(folder.Home() / "beta.home.xml");
-  const std::vector<std::string> files = FilesBelow(folder.path());
-  ScriptedPhone phone(folder);
-  phone.Play({"key action", "wait 600"});
-  phone.Play(SaveAs("Two", "beta.home.xml"));
-  for (const char* const operation : {"save", "rename", "cloneNode", "appendChild", "put_text", "CoCreateInstance"}) {
-    SCOPED_TRACE(operation);
-    phone.Play({std::string("fail ") + operation, "answer yes"});
-    EXPECT_EQ(phone.State()["box"]["text"], "There was an error saving theme. Please try again");
-    phone.Play({"answer ok"});
-    EXPECT_EQ(ReadFile(folder.Home() / "beta.home.xml"), before);
-    EXPECT_EQ(FilesBelow(folder.path()), files);
-    phone.Play({"softkey left"});
-  }
-  phone.Play({"answer yes", "answer no"});
-  EXPECT_EQ(phone.Screen(), "Select Theme");
-  EXPECT_EQ(PluginsIn(ReadFile(folder.Home() / "beta.home.xml")).size(), 10u);
-  EXPECT_EQ(FilesBelow(folder.path()), files);
-}
-
 TEST_F(Editor, ALayoutWithoutPluginsOpensEmptyAndTakesAFavourite) {
   folder.UseLayout("gamma");
   ScriptedPhone phone(folder);
