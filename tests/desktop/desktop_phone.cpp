@@ -43,6 +43,7 @@ DesktopPhone::DesktopPhone(TestDisplay& display, const PhoneFolder& folder, cons
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
   // What a graphics driver leaves behind, and how its threads go about it, is not what is looked for.
   setenv("SDL_RENDER_DRIVER", "software", 1);
+  setenv("SDL_FRAMEBUFFER_ACCELERATION", "0", 1);
 #endif
   std::vector<std::string> words = {DESKTOP_PROGRAM, "--phone", folder.path().string()};
   words.insert(words.end(), options.begin(), options.end());
