@@ -40,12 +40,10 @@ DesktopPhone::DesktopPhone(TestDisplay& display, const PhoneFolder& folder, cons
   setenv("HOME", home.c_str(), 1);
   setenv("XDG_STATE_HOME", (home / "state").c_str(), 1);
   setenv("SDL_VIDEODRIVER", "x11", 1);
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-  // What a graphics driver leaves behind, and how its threads go about it, is not what is looked for. The libraries of
-  // the display are unloaded before leaks are looked for, so that theirs could not be told from ours; the window's own
-  // are looked for where it runs without a display.
+#ifdef PROGRAM_IS_SANITIZED
+  // What a graphics driver leaves behind, and how its threads go about it, is not what is looked for.
   setenv("SDL_RENDER_DRIVER", "software", 1);
-  setenv("LSAN_OPTIONS", "detect_leaks=0", 1);
+  setenv("SDL_FRAMEBUFFER_ACCELERATION", "0", 1);
 #endif
   std::vector<std::string> words = {DESKTOP_PROGRAM, "--phone", folder.path().string()};
   words.insert(words.end(), options.begin(), options.end());
