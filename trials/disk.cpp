@@ -62,13 +62,18 @@ class DiskTrial : public testing::Test {
  protected:
   void SetUp() override {
     if (!disk.Refusal().empty()) GTEST_SKIP() << disk.Refusal();
-    setenv("TMPDIR", disk.path().c_str(), 1);
   }
-  void TearDown() override { unsetenv("TMPDIR"); }
+
+  /// Has temporary folders made on the disk.
+  struct OnDisk {
+    explicit OnDisk(const SmallDisk& disk) { setenv("TMPDIR", disk.path().c_str(), 1); }
+  };
 
   /// A phone on the small disk.
-  struct DiskPhone : PhoneFolder {
-    DiskPhone() {
+  struct DiskPhone : OnDisk, PhoneFolder {
+    explicit DiskPhone(const SmallDisk& disk) : OnDisk(disk) {
+      // What others keep for the time that they run, the sanitizers among them, is not to count.
+      unsetenv("TMPDIR");
       Lines plugins;
       for (int i = 0; i < kPlugins; ++i) plugins.push_back("plug-in " + std::to_string(i));
       AddLayout("alpha", "Alpha", {});
@@ -111,7 +116,7 @@ TEST_F(DiskTrial, AFullDiskCostsNothingButTheStepThatFilledIt) {
     bool done = false;
     for (int pages = 0; pages <= kMostPages && !done; ++pages) {
       SCOPED_TRACE(std::string(deed.name) + " with " + std::to_string(pages) + " pages left");
-      const DiskPhone folder;
+      const DiskPhone folder(disk);
       ScriptedPhone phone(folder);
       phone.Play(deed.way);
       disk.Fill(pages);
@@ -130,7 +135,7 @@ TEST_F(DiskTrial, AFullDiskCostsNothingButTheStepThatFilledIt) {
 TEST_F(DiskTrial, ADiskWithRoomForNoFurtherFileCostsNothing) {
   for (const Deed& deed : Deeds()) {
     SCOPED_TRACE(deed.name);
-    const DiskPhone folder;
+    const DiskPhone folder(disk);
     ScriptedPhone phone(folder);
     phone.Play(deed.way);
     disk.AllowNoMoreFiles();
@@ -144,7 +149,7 @@ TEST_F(DiskTrial, ADiskWithRoomForNoFurtherFileCostsNothing) {
 TEST_F(DiskTrial, ADiskThatTurnsReadOnlyIsReadOnAndWrittenToAgainLater) {
   for (const Deed& deed : Deeds()) {
     SCOPED_TRACE(deed.name);
-    const DiskPhone folder;
+    const DiskPhone folder(disk);
     ScriptedPhone phone(folder);
     phone.Play(deed.way);
     disk.SetReadOnly(true);
@@ -156,7 +161,7 @@ TEST_F(DiskTrial, ADiskThatTurnsReadOnlyIsReadOnAndWrittenToAgainLater) {
 }
 
 TEST_F(DiskTrial, NothingIsDeletedOnAReadOnlyDiskAndTheProgramStartsOnIt) {
-  const DiskPhone folder;
+  const DiskPhone folder(disk);
   const Files before = FilesOf(folder);
   disk.SetReadOnly(true);
   {

@@ -16,8 +16,6 @@
 
 namespace {
 
-constexpr int kAttempts = 100;
-constexpr useconds_t kPause = 50'000;  // microseconds
 constexpr const char* kFiller = "filler";
 constexpr const char* kOptions = "size=1m,nr_inodes=1000";
 
@@ -80,12 +78,5 @@ void SmallDisk::SetReadOnly(bool read_only) const {
 }
 
 void SmallDisk::Remount(unsigned long flags, const std::string& options) const {
-  // What was closed or removed a moment ago may not have been let go of yet; the kernel refuses until it has.
-  const auto remount = [&] { return mount("none", path().c_str(), "tmpfs", MS_REMOUNT | flags, options.c_str()) == 0; };
-  bool done = remount();
-  for (int attempt = 1; !done && attempt < kAttempts; ++attempt) {
-    usleep(kPause);
-    done = remount();
-  }
-  Require(done, "remounting the disk");
+  Require(mount("none", path().c_str(), "tmpfs", MS_REMOUNT | flags, options.c_str()) == 0, "remounting the disk");
 }

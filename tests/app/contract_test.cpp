@@ -146,29 +146,4 @@ TEST_F(AppTest, KeysAndTypingReachTheFieldWithTheFocus) {
   EXPECT_EQ(edit["caret"], 12);
 }
 
-/// Every operation that the start uses fails once, at each of its calls in turn; the program neither crashes nor hangs.
-TEST_F(AppTest, EveryFaultAtTheStartIsSurvived) {
-  const Json calls = [&] {
-    ScriptedPhone phone(folder);
-    return phone.State()["calls"];
-  }();
-  ASSERT_GT(calls["new"], 10);
-  for (const auto& [operation, count] : calls.items()) {
-    const int most = std::min(count.get<int>(), 6);
-    for (int after = 0; after < most; ++after) {
-      const std::string fault = operation + ":1:" + std::to_string(after * count.get<int>() / most);
-      SCOPED_TRACE(fault);
-      ScriptedPhone phone(folder, {"--fail", fault});
-      const bool ended = phone.State()["exit"] != nullptr;
-      // Without a class, its name or a window there is no program.
-      const bool needed = operation == "RegisterClassW" || (operation == "CreateWindowExW" && after == 0) ||
-                          (operation == "LoadStringW" && after == 1);
-      EXPECT_EQ(ended, needed);
-      for (const char* const line : {"key down", "key action", "repaint", "command 40007", "repaint", "command 40002"})
-        EXPECT_EQ(phone.Do(line)["ok"], !ended);
-      EXPECT_EQ(phone.End(), 0);
-    }
-  }
-}
-
 }  // namespace
