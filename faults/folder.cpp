@@ -29,6 +29,14 @@ Files ReadFiles(const fs::path& folder) {
   return files;
 }
 
+void FillFolder(const fs::path& folder, const Files& files) {
+  fs::remove_all(folder);
+  for (const auto& [name, content] : files) {
+    fs::create_directories((folder / name).parent_path());
+    std::ofstream(folder / name, std::ios::binary) << content;
+  }
+}
+
 WorkFolder::WorkFolder() {
   std::string name = (FastFolder() / "quillmark-faults-XXXXXX").string();
   if (!mkdtemp(name.data())) throw std::runtime_error("no folder for the phone");
@@ -38,14 +46,6 @@ WorkFolder::WorkFolder() {
 WorkFolder::~WorkFolder() {
   std::error_code ignored;
   fs::remove_all(path_, ignored);
-}
-
-void WorkFolder::Fill(const Files& files) const {
-  for (const fs::directory_entry& entry : fs::directory_iterator(path_)) fs::remove_all(entry);
-  for (const auto& [name, content] : files) {
-    fs::create_directories((path_ / name).parent_path());
-    std::ofstream(path_ / name, std::ios::binary) << content;
-  }
 }
 
 }  // namespace faults

@@ -1,5 +1,5 @@
 /// \file
-/// The phone folder of the runs.
+/// The phone folders of the runs.
 #pragma once
 
 #include <filesystem>
@@ -12,7 +12,10 @@ namespace faults {
 using Files = std::map<std::string, std::string>;
 Files ReadFiles(const std::filesystem::path& folder);
 
-/// A phone folder in memory where the machine has such a place, gone with this.
+/// Makes a folder hold these files and nothing else.
+void FillFolder(const std::filesystem::path& folder, const Files& files);
+
+/// A folder for phone folders, in memory where the machine has such a place, gone with this.
 class WorkFolder {
  public:
   WorkFolder();
@@ -21,8 +24,6 @@ class WorkFolder {
   WorkFolder& operator=(const WorkFolder&) = delete;
 
   const std::filesystem::path& path() const { return path_; }
-  /// Makes the folder hold these files and nothing else.
-  void Fill(const Files& files) const;
 
  private:
   std::filesystem::path path_;

@@ -107,15 +107,16 @@ int main(int count, char** arguments) {
     std::cerr << kUsage;
     return EXIT_FAILURE;
   }
-  const Files files = ReadFiles(FAULTS_FOLDER "/phone");
+  const WorkFolder folder;
+  const Setting setting{ReadFiles(FAULTS_FOLDER "/phone"), folder.path()};
   const std::vector<Scenario> scenarios = ReadScenarios(FAULTS_FOLDER "/scenarios");
   Plan plan(choice);
   for (const Scenario& scenario : scenarios)
     if (choice.scenario.empty() || choice.scenario == scenario.name)
-      plan.Add(scenario, SurveyScenario(files, scenario));
+      plan.Add(scenario, SurveyScenario(setting, scenario));
   std::size_t found = plan.Findings();
   const auto begin = std::chrono::steady_clock::now();
-  found += WalkRuns(files, plan.runs(), choice.jobs);
+  found += WalkRuns(setting, plan.runs(), choice.jobs);
   const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
   const std::size_t walked = plan.runs().size();
   std::printf("%zu faults walked, %.0f in a second; %zu findings\n", walked,

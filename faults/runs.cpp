@@ -1,5 +1,7 @@
 #include "faults/runs.h"
 
+#include <unistd.h>
+
 #include <iterator>
 
 #include "graphics/trace.h"
@@ -113,14 +115,16 @@ std::set<std::string> EveryKeyOfEveryScreen() {
   return keys;
 }
 
+Stage::Stage(const Setting& setting) : files_(setting.files), folder_(setting.folder / std::to_string(getpid())) {}
+
 CleanRun Stage::PlayClean(const Scenario& scenario) const {
-  folder_.Fill(files_);
+  FillFolder(folder_, files_);
   CleanRun run;
   phone::EnableTrace(true);
-  run.ending = Play(folder_.path(), std::nullopt, PlayAll(scenario, folder_.path(), run));
+  run.ending = Play(folder_, std::nullopt, PlayAll(scenario, folder_, run));
   // The last line may have ended the program.
   if (run.sights.size() == scenario.lines.size()) {
-    run.sights.emplace_back().files = ReadFiles(folder_.path());
+    run.sights.emplace_back().files = ReadFiles(folder_);
     run.counts.push_back(CallCounts());
   }
   if (run.sights.size() <= scenario.lines.size() && run.ending.refused.empty())
@@ -129,10 +133,10 @@ CleanRun Stage::PlayClean(const Scenario& scenario) const {
 }
 
 BrokenRun Stage::PlayBroken(const Scenario& scenario, std::size_t last_step, const std::optional<Fault>& fault) const {
-  folder_.Fill(files_);
+  FillFolder(folder_, files_);
   BrokenRun run;
-  run.ending = Play(folder_.path(), fault, PlayAndReturn(scenario, last_step, folder_.path(), fault, run));
-  run.files = ReadFiles(folder_.path());
+  run.ending = Play(folder_, fault, PlayAndReturn(scenario, last_step, folder_, fault, run));
+  run.files = ReadFiles(folder_);
   if (run.seen.look.is_null()) {
     run.came_due = fault && phone::CallCount(fault->operation) > fault->call;
     run.seen.files = run.files;

@@ -39,17 +39,23 @@ struct BrokenRun {
   Ending ending;
 };
 
-/// Plays scenarios on a phone folder that begins with the same files each time.
+/// What all runs have in common.
+struct Setting {
+  Files files;                   ///< that the phone begins with
+  std::filesystem::path folder;  ///< where each process has a phone folder of its own
+};
+
+/// Plays scenarios in this process.
 class Stage {
  public:
-  explicit Stage(Files files) : files_(std::move(files)) {}
+  explicit Stage(const Setting& setting);
 
   CleanRun PlayClean(const Scenario& scenario) const;
   BrokenRun PlayBroken(const Scenario& scenario, std::size_t last_step, const std::optional<Fault>& fault) const;
 
  private:
-  const Files files_;
-  WorkFolder folder_;
+  const Files& files_;
+  const std::filesystem::path folder_;
 };
 
 }  // namespace faults

@@ -11,8 +11,8 @@ namespace {
 
 using Json = nlohmann::json;
 
-[[noreturn]] void Tell(const Files& files, const Scenario& scenario, int pipe) {
-  const CleanRun run = Stage(files).PlayClean(scenario);
+[[noreturn]] void Tell(const Setting& setting, const Scenario& scenario, int pipe) {
+  const CleanRun run = Stage(setting).PlayClean(scenario);
   const Json told = {
       {"counts", run.counts}, {"offered", run.offered}, {"pressed", run.pressed}, {"refused", run.ending.refused}};
   const std::string text = told.dump();
@@ -34,11 +34,11 @@ std::string ReadAll(int pipe) {
 
 }  // namespace
 
-Survey SurveyScenario(const Files& files, const Scenario& scenario) {
+Survey SurveyScenario(const Setting& setting, const Scenario& scenario) {
   int ends[2];
   if (pipe(ends) != 0) std::abort();
   const pid_t process = fork();
-  if (process == 0) Tell(files, scenario, ends[1]);
+  if (process == 0) Tell(setting, scenario, ends[1]);
   close(ends[1]);
   const Json told = Json::parse(ReadAll(ends[0]), nullptr, false);
   close(ends[0]);

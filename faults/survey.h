@@ -18,6 +18,6 @@ struct Survey {
   std::string refused;  ///< why the scenario cannot be played
 };
 
-Survey SurveyScenario(const Files& files, const Scenario& scenario);
+Survey SurveyScenario(const Setting& setting, const Scenario& scenario);
 
 }  // namespace faults

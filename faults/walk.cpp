@@ -18,8 +18,8 @@ constexpr std::size_t kBatch = 200;
 /// What a process knows of the scenario it walks.
 class Known {
  public:
-  Known(const Files& files, const Scenario& scenario)
-      : scenario_(scenario), stage_(files), clean_(stage_.PlayClean(scenario)) {}
+  Known(const Setting& setting, const Scenario& scenario)
+      : scenario_(scenario), stage_(setting), clean_(stage_.PlayClean(scenario)) {}
 
   std::string Walk(const Run& run) {
     Expectation expected{clean_, run.step, ConsentTo(run.step), {}};
@@ -61,7 +61,7 @@ void Report(const Run& run, const std::string& what) {
 
 }  // namespace
 
-std::size_t WalkRuns(const Files& files, const std::vector<Run>& runs, unsigned jobs) {
+std::size_t WalkRuns(const Setting& setting, const std::vector<Run>& runs, unsigned jobs) {
   std::unique_ptr<Known> known;
   Work work;
   work.count = runs.size();
@@ -70,7 +70,7 @@ std::size_t WalkRuns(const Files& files, const std::vector<Run>& runs, unsigned 
     while (end < runs.size() && end < begin + kBatch && runs[end].scenario == runs[begin].scenario) ++end;
     return end;
   };
-  work.prepare = [&](std::size_t begin) { known = std::make_unique<Known>(files, *runs[begin].scenario); };
+  work.prepare = [&](std::size_t begin) { known = std::make_unique<Known>(setting, *runs[begin].scenario); };
   work.act = [&](std::size_t number) {
     const std::string complaint = known->Walk(runs[number]);
     if (!complaint.empty()) Report(runs[number], complaint);

@@ -4,8 +4,7 @@
 
 #include <vector>
 
-#include "faults/player.h"
-#include "faults/scenario.h"
+#include "faults/runs.h"
 
 namespace faults {
 
@@ -18,6 +17,6 @@ struct Run {
 
 /// Makes the runs, in that many processes at a time, and writes what is found to the standard output. The runs of a
 /// scenario stand together. Gives the number of findings.
-std::size_t WalkRuns(const Files& files, const std::vector<Run>& runs, unsigned jobs);
+std::size_t WalkRuns(const Setting& setting, const std::vector<Run>& runs, unsigned jobs);
 
 }  // namespace faults
