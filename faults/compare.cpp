@@ -32,8 +32,7 @@ bool IsThinned(const Sequence& thinned, const Sequence& whole) {
 bool IsAmong(std::vector<std::string> some, std::vector<std::string> all) {
   std::ranges::sort(some);
   std::ranges::sort(all);
-  const auto repeated = std::ranges::unique(some);
-  some.erase(repeated.begin(), repeated.end());
+  some.erase(std::unique(some.begin(), some.end()), some.end());
   return std::ranges::includes(all, some);
 }
 
