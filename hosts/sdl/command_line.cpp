@@ -98,7 +98,8 @@ std::vector<option> LongOptions() {
 }
 
 std::string Unknown(std::string_view argument) {
-  std::string text = "'" + std::string(argument) + "' is not understood; the options are";
+  std::string text = "'";
+  text.append(argument).append("' is not understood; the options are");
   for (const OptionRow& row : kOptions) text += (&row == kOptions ? " " : ", ") + Shape(row);
   return text;
 }
