@@ -15,7 +15,7 @@ constexpr std::size_t kFrameBytes = std::size_t{240} * 278 * 4;
 constexpr int kManyThemes = 10'000;
 constexpr int kFewThemes = 20;
 constexpr int kFrames = 400;
-constexpr int kLongFrames = 40;
+constexpr int kLongFrames = 200;
 
 /// The phone that all frames are drawn on.
 const Phone& ThePhone() {

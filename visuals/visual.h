@@ -81,18 +81,19 @@ class CVisual {
   VisualProperty* FindProperty(DWORD property) noexcept;
   const VisualProperty* FindProperty(DWORD property) const noexcept;
 
-  DWORD tag = 0;  ///< a caller's identifier
+  DWORD tag = 0;         ///< a caller's identifier
+  INT rightMargin = 0;   ///< px between the right edges of the visual and its parent
+  INT bottomMargin = 0;  ///< px between the bottom edges
+  BYTE layoutReady = 0;  ///< 1 once percentages and margins were taken
+  DWORD anchors = ANCHOR_DEFAULT;
+  VisualProperty extra;  ///< an animatable number that no drawing reads
+  // What drawing reads comes last, so that it lies close to what a derived visual's drawing reads first.
   VisualProperty x;
   VisualProperty y;
   VisualProperty height;
   VisualProperty width;
   VisualProperty alpha;    ///< 0 transparent to 255 opaque
-  VisualProperty extra;    ///< an animatable number that no drawing reads
   VisualProperty visible;  ///< drawn when exactly 1
-  INT rightMargin = 0;     ///< px between the right edges of the visual and its parent
-  INT bottomMargin = 0;    ///< px between the bottom edges
-  BYTE layoutReady = 0;    ///< 1 once percentages and margins were taken
-  DWORD anchors = ANCHOR_DEFAULT;
 
  private:
   /// The flags of one axis: `near` is left or top, `far` right or bottom.

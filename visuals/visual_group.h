@@ -69,13 +69,13 @@ class CVisualGroup : public CVisual {
   /// Hands the current position, size and opacity to the children.
   void PropagateCurrent() noexcept;
 
-  InvalidateProc invalidateCallback = nullptr;
-  LPVOID invalidateContext = nullptr;
-  std::unique_ptr<AnimStep> firstStep;  ///< the current step; null when the script is empty
-  AnimStep* lastStep = nullptr;         ///< the step that AddTrack appends to
-  BYTE animating = 0;                   ///< 1 while the script runs
   ChildNode<CImageVisual>* images = nullptr;
   ChildNode<CTextVisual>* texts = nullptr;
+  BYTE animating = 0;                   ///< 1 while the script runs
+  std::unique_ptr<AnimStep> firstStep;  ///< the current step; null when the script is empty
+  AnimStep* lastStep = nullptr;         ///< the step that AddTrack appends to
+  InvalidateProc invalidateCallback = nullptr;
+  LPVOID invalidateContext = nullptr;
 
  private:
   void LayOutNewChild(CVisual& child, DWORD childAnchors) noexcept;

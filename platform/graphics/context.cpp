@@ -8,6 +8,8 @@
 
 namespace phone {
 
+constinit DeviceContext* recent_context = nullptr;
+
 namespace {
 
 unsigned contexts_made = 0;
@@ -42,6 +44,7 @@ HANDLE Select(DeviceContext& context, Font& font) {
 bool DeleteContext(HDC dc, bool memory) noexcept {
   const DeviceContext* context = FindContext(dc);
   if (context == nullptr || context->memory != memory) return false;
+  recent_context = nullptr;
   CloseObjectHandle(dc);
   return true;
 }

@@ -22,8 +22,14 @@ class DeviceContext : public GraphicsObject {
   std::string name;            ///< of a context that draws on a surface
 };
 
+/// The context that was found last: the calls that draw come in runs for one of them.
+extern DeviceContext* recent_context;
+
 inline DeviceContext* FindContext(HDC dc) noexcept {
-  return Find<DeviceContext>(dc, ObjectKind::context);
+  if (recent_context != nullptr && recent_context->handle == dc) return recent_context;
+  DeviceContext* const found = Find<DeviceContext>(dc, ObjectKind::context);
+  if (found != nullptr) recent_context = found;
+  return found;
 }
 
 /// A new context with the stock font. Throws std::bad_alloc.

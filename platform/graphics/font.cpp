@@ -74,12 +74,10 @@ int Font::CharacterHeight() const noexcept {
   return static_cast<int>(std::min<std::int64_t>(height < 0 ? -height : height, INT_MAX));
 }
 
-Face* Font::face() {
+Face* Font::SearchFace() {
   constexpr int kDefaultHeight = 12;  // px
-  if (!face_) {
-    const int height = request_.height == 0 ? kDefaultHeight : CharacterHeight();
-    face_ = FindFace(request_.Name(), height, request_.weight >= kFirstBoldWeight);
-  }
+  const int height = request_.height == 0 ? kDefaultHeight : CharacterHeight();
+  face_ = FindFace(request_.Name(), height, request_.weight >= kFirstBoldWeight);
   return face_.get();
 }
 

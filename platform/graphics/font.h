@@ -28,11 +28,13 @@ class Font : public GraphicsObject {
   const FontRequest& request() const noexcept { return request_; }
   int CharacterHeight() const noexcept;  // px, as requested
   /// Found at the first use; null when the phone has no font at all. Throws std::bad_alloc.
-  Face* face();
+  Face* face() { return face_ ? face_.get() : SearchFace(); }
 
   int holders = 0;  ///< how often its handle was given to the program
 
  private:
+  Face* SearchFace();
+
   FontRequest request_;
   Ref<Face> face_;
 };

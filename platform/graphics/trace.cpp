@@ -7,10 +7,11 @@
 
 namespace phone {
 
+constinit bool trace_enabled = true;
+
 namespace {
 
 struct Trace {
-  bool on = true;
   std::vector<DrawRecord> records;
   std::vector<DrawRecord> spare;  // of earlier frames, for the memory of their texts
 };
@@ -56,12 +57,8 @@ bool IsPicture(const Bitmap& bitmap) noexcept {
 }  // namespace
 
 void EnableTrace(bool on) {
-  TheTrace().on = on;
+  trace_enabled = on;
   if (!on) TheTrace().records.clear();
-}
-
-bool TraceEnabled() noexcept {
-  return TheTrace().on;
 }
 
 void BeginTrace() {

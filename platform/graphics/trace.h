@@ -36,7 +36,10 @@ struct DrawRecord {
 
 /// On at first. While it is off nothing is kept.
 void EnableTrace(bool on);
-bool TraceEnabled() noexcept;
+extern bool trace_enabled;
+inline bool TraceEnabled() noexcept {
+  return trace_enabled;
+}
 /// A frame begins: forgets the records of the one before.
 void BeginTrace();
 /// What was drawn since the last BeginTrace, in order.

@@ -15,10 +15,16 @@ bool IsShown(const Window& window) {
   return !window.is_child() || (parent != nullptr && parent->visible);
 }
 
+bool Covers(const RECT& outer, const RECT& inner) noexcept {
+  return outer.left <= inner.left && outer.top <= inner.top && outer.right >= inner.right &&
+         outer.bottom >= inner.bottom;
+}
+
 }  // namespace
 
 void Invalidate(Window& window, const RECT* rect) {
   RECT area{0, 0, window.width(), window.height()};
+  if (window.update && Covers(*window.update, area)) return;
   if (rect != nullptr) {
     area.left = std::max(area.left, rect->left);
     area.top = std::max(area.top, rect->top);
