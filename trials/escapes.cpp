@@ -74,7 +74,7 @@ TEST_F(EscapeTrial, ByANameTypedIntoAForm) {
     SCOPED_TRACE(name);
     Retype(phone, name);
     phone.Play({"softkey left"});
-    EXPECT_EQ(Box(phone), kSaveFailed);
+    EXPECT_EQ(phone.Box(), kSaveFailed);
     phone.Play({"answer ok"});
     EXPECT_EQ(Everything(), before);
   }
@@ -82,7 +82,7 @@ TEST_F(EscapeTrial, ByANameTypedIntoAForm) {
     SCOPED_TRACE(name);
     Retype(phone, name);
     phone.Play({"softkey left"});
-    EXPECT_EQ(Box(phone), kApply);
+    EXPECT_EQ(phone.Box(), kApply);
     phone.Play({"answer no"});
     EXPECT_TRUE(fs::remove(folder.Home() / name)) << "in the folder of the layouts, under just that name";
     EXPECT_EQ(Everything(), before);

@@ -24,9 +24,3 @@ inline Files FilesOf(const PhoneFolder& folder) {
   for (const std::string& file : FilesBelow(folder.path())) files[file] = ReadFile(folder.path() / file);
   return files;
 }
-
-/// The text of the open message box; empty for none.
-inline std::string Box(ScriptedPhone& phone) {
-  const auto box = phone.State()["box"];
-  return box.is_null() ? "" : box["text"].get<std::string>();
-}

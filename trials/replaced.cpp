@@ -67,9 +67,9 @@ TEST_F(ReplacedTrial, ALayoutOpenInTheEditor) {
     phone.Play(kSave);
     row.happens();
     phone.Play({"softkey left"});
-    EXPECT_EQ(Box(phone), row.first_box);
+    EXPECT_EQ(phone.Box(), row.first_box);
     if (std::string(row.first_box) == kOverwrite) phone.Play({"answer yes"});
-    EXPECT_EQ(Box(phone), row.saved ? kApply : kSaveFailed);
+    EXPECT_EQ(phone.Box(), row.saved ? kApply : kSaveFailed);
     phone.Play({row.saved ? "answer no" : "answer ok"});
     if (row.saved) {
       const std::string saved = ReadFile(Layout());
@@ -88,7 +88,7 @@ TEST_F(ReplacedTrial, WhatOthersHaveRemovedIsNotDeletedAndNothingElseInItsPlace)
     SCOPED_TRACE(what);
     phone.Menu("Delete");
     phone.Play({"answer yes"});
-    EXPECT_EQ(Box(phone), kThemeNotDeleted);
+    EXPECT_EQ(phone.Box(), kThemeNotDeleted);
     phone.Play({"answer ok", "wait 600"});
     EXPECT_EQ(phone.Rows(), (Lines{"Alpha", "Beta"}));
   };

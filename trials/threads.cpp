@@ -2,10 +2,6 @@
 /// The whole program with its threads let free, on a clock that runs fast, under hands that press anything at any
 /// moment: applying, leaving, second starts of other processes, keys, paints and the end come in whatever order they
 /// happen to. Meant for the thread sanitizer; a round that stands still ends the trial with a message.
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -20,6 +16,7 @@
 #include "rounds.h"
 #include "screens/resource.h"
 #include "support/phone_folder.h"
+#include "support/process.h"
 
 namespace {
 
@@ -162,20 +159,14 @@ class SecondStarts {
   }
 
  private:
-  void Start(std::string path) {
+  void Start(const std::string& path) {
     while (!done_) {
-      std::string words[] = {HEADLESS_PROGRAM, "--phone", path};
-      char* arguments[] = {words[0].data(), words[1].data(), words[2].data(), nullptr};
-      posix_spawn_file_actions_t actions;
-      posix_spawn_file_actions_init(&actions);
-      posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", 0, 0);
-      posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", 1, 0);
-      pid_t process = -1;
-      int status = 0;
-      const bool started = posix_spawn(&process, HEADLESS_PROGRAM, &actions, nullptr, arguments, environ) == 0;
-      posix_spawn_file_actions_destroy(&actions);
+      const pid_t process = StartProgram({HEADLESS_PROGRAM, "--phone", path}, [](auto* actions) {
+        Silence(actions, STDIN_FILENO);
+        Silence(actions, STDOUT_FILENO);
+      });
       ++starts_;
-      if (!started || waitpid(process, &status, 0) != process || status != 0) ++failures_;
+      if (AwaitEnd(process) != 0) ++failures_;
       std::this_thread::sleep_for(kBetweenStarts);
     }
   }

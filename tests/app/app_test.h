@@ -39,6 +39,16 @@ inline const std::map<std::string, Lines>& WayTo() {
   return ways;
 }
 
+/// A phone on which a screen is shown, at rest.
+class PhoneAt : public ScriptedPhone {
+ public:
+  PhoneAt(const PhoneFolder& folder, const std::string& screen, const Lines& options = {})
+      : ScriptedPhone(folder, options) {
+    Play(WayTo().at(screen));
+    Play({"wait 600"});
+  }
+};
+
 inline void Append(Lines& lines, const Lines& more) {
   lines.insert(lines.end(), more.begin(), more.end());
 }

@@ -40,8 +40,7 @@ TEST_F(AppTest, TheLayoutInUseIsAppliedInTwoStepsOfTwoSeconds) {
   EXPECT_EQ(state["worker"], true);
   EXPECT_EQ(state["cursor"], "wait");
   // Asking again meanwhile changes nothing, and the rest of the program goes on.
-  phone.Menu("Apply");
-  phone.Play({"key up"});
+  phone.Menu("Apply", {"key up"});
   phone.Menu("Apply");
   state = phone.Play({"wait 1999", "state"});
   EXPECT_EQ(Ticks(state["broadcasts"]), Json({1000}));
@@ -73,8 +72,7 @@ TEST_F(AppTest, ApplyingStopsAtTheFirstFailure) {
     folder.UseLayout("beta");
     ScriptedPhone phone(folder);
     phone.Play({fault});
-    phone.Menu("Apply");
-    phone.Play({"wait 5000"});
+    phone.Menu("Apply", {"wait 5000"});
     EXPECT_EQ(Written(phone.State()), writes) << fault;
     EXPECT_EQ(phone.State()["worker"], false) << fault;
     // The next time it works.
@@ -115,8 +113,7 @@ TEST_F(AppTest, AnApplyingWorkerFinishesWhenTheProgramIsToldToEnd) {
       SCOPED_TRACE(std::string(how) + ", " + when);
       folder.UseLayout("beta");
       ScriptedPhone phone(folder);
-      phone.Menu("Apply");
-      phone.Play({when});
+      phone.Menu("Apply", {when});
       if (std::string(how) != "end of script") {
         phone.Play({how});
         const Json state = phone.State();

@@ -1,5 +1,7 @@
 // The contract of the scripted phone itself: options, scripts, replies, time, faults.
 
+#include <sstream>
+
 #include "app/app_test.h"
 
 namespace {
@@ -24,31 +26,11 @@ TEST_F(AppTest, OptionsThatAreNotUnderstoodEndWithAUsageError) {
 }
 
 TEST_F(AppTest, ALineThatIsNotUnderstoodEndsTheProgramAndTheScript) {
-  for (const char* const line : {"nothing",
-                                 "key",
-                                 "key nothing",
-                                 "key #0",
-                                 "key #x",
-                                 "keydown up up",
-                                 "type",
-                                 "softkey up",
-                                 "menu",
-                                 "answer maybe",
-                                 "command x",
-                                 "hotkey 27",
-                                 "focus edit",
-                                 "resize 0 10",
-                                 "wait",
-                                 "wait -1",
-                                 "wait 10 0",
-                                 "shot",
-                                 "registry get Key",
-                                 "registry get \"Key Value",
-                                 "registry put a b c",
-                                 "fail Nothing",
-                                 "trace",
-                                 "quit now",
-                                 "type \xff"}) {
+  std::istringstream lines(
+      "nothing\nkey\nkey nothing\nkey #0\nkey #x\nkeydown up up\ntype\ntype \xff\nsoftkey up\nmenu\nanswer maybe\n"
+      "command x\nhotkey 27\nfocus edit\nresize 0 10\nwait\nwait -1\nwait 10 0\nshot\nregistry get Key\n"
+      "registry get \"Key Value\nregistry put a b c\nfail Nothing\ntrace\nquit now\n");
+  for (std::string line; std::getline(lines, line);) {
     ScriptedPhone phone(folder);
     phone.Play({"softkey left"});
     phone.Send(line);
@@ -57,8 +39,7 @@ TEST_F(AppTest, ALineThatIsNotUnderstoodEndsTheProgramAndTheScript) {
 }
 
 TEST_F(AppTest, WhatDoesNotFitWhatIsOpenIsAnErrorAndChangesNothing) {
-  ScriptedPhone phone(folder);
-  phone.Play({"wait 600"});
+  PhoneAt phone(folder, "Select Theme");
   const auto refuses = [&phone](const std::string& command) {
     const Json before = phone.State();
     const Json reply = phone.Do(command);
@@ -108,8 +89,7 @@ TEST_F(AppTest, TheSameScriptGivesTheSameReplies) {
 }
 
 TEST_F(AppTest, AFrameIsPaintedAtMostOnceACommandAndTracedWhenWanted) {
-  ScriptedPhone phone(folder);
-  phone.Play({"wait 600"});
+  PhoneAt phone(folder, "Select Theme");
   Json reply = phone.Do("key down");
   EXPECT_EQ(reply["frames"], 1);
   reply = phone.Do("paint");
@@ -138,8 +118,7 @@ TEST_F(AppTest, PicturesShowTheScreenAndTheClientArea) {
 }
 
 TEST_F(AppTest, KeysAndTypingReachTheFieldWithTheFocus) {
-  ScriptedPhone phone(folder);
-  phone.Play(WayTo().at("Add to favorites"));
+  PhoneAt phone(folder, "Add to favorites");
   phone.Play({"key home", "key x", "key space", "key Ü", "key right", "key delete", "type  ⌘𝒳", "key end", "key !"});
   const Json edit = phone.State()["edits"][0];
   EXPECT_EQ(edit["text"], "x Ür ⌘𝒳dio!");

@@ -40,8 +40,7 @@ class Editor : public AppTest {
 };
 
 TEST_F(Editor, MoveModeCarriesThePluginAndTheRowsChangePlaces) {
-  ScriptedPhone phone(folder);
-  phone.Play({"key action", "wait 600"});
+  PhoneAt phone(folder, "Select Plugins");
   EXPECT_EQ(phone.Rows(), (Lines{"p1", "p2", "p3", "p4", "p5", "p6", "p7", "p8"}));
   phone.Play({"key action"});
   // The two selection bars cross-fade.
@@ -70,12 +69,8 @@ TEST_F(Editor, MoveModeCarriesThePluginAndTheRowsChangePlaces) {
 
 TEST_F(Editor, RemovingClosesTheGapAndNeverTouchesTheFile) {
   const std::string before = ReadFile(folder.Home() / "eight.home.xml");
-  ScriptedPhone phone(folder);
-  phone.Play({"key action", "wait 600"});
-  const auto remove = [&phone] {
-    phone.Menu("Remove from theme");
-    phone.Play({"wait 600"});
-  };
+  PhoneAt phone(folder, "Select Plugins");
+  const auto remove = [&phone] { phone.Menu("Remove from theme", {"wait 600"}); };
   remove();
   EXPECT_EQ(phone.Rows(), (Lines{"p2", "p3", "p4", "p5", "p6", "p7", "p8", "p9"}));
   EXPECT_EQ(phone.Selected(), "p2");
@@ -95,25 +90,23 @@ TEST_F(Editor, RemovingClosesTheGapAndNeverTouchesTheFile) {
 }
 
 TEST_F(Editor, RemovingOnTheFirstVisibleRowOfAScrolledListSelectsTheRowAbove) {
-  ScriptedPhone phone(folder);
-  phone.Play({"key action", "wait 600"});
+  PhoneAt phone(folder, "Select Plugins");
   for (int press = 0; press < 9; ++press) phone.Play({"key down"});
   for (int press = 0; press < 7; ++press) phone.Play({"key up", "wait 600"});
   EXPECT_EQ(phone.Rows().front(), "p3");
   EXPECT_EQ(phone.Selected(), "p3");
-  phone.Menu("Remove from theme");
-  phone.Play({"wait 600"});
+  phone.Menu("Remove from theme", {"wait 600"});
   EXPECT_EQ(phone.Rows(), (Lines{"p2", "p4", "p5", "p6", "p7", "p8", "p9", "p10"}));
   EXPECT_EQ(phone.Selected(), "p2");
 }
 
 TEST_F(Editor, SavesOrderAndRemovalsUnderANewTitleAndName) {
   const std::string source = ReadFile(folder.Home() / "eight.home.xml");
-  ScriptedPhone phone(folder);
-  phone.Play({"key action", "wait 600", "key action", "key down", "key down", "key action"});
+  PhoneAt phone(folder, "Select Plugins");
+  phone.Play({"key action", "key down", "key down", "key action"});
   phone.Play({"key down", "command 40004"});
   phone.Play(SaveAs("Été – new", "Zed ünd.home.xml"));
-  EXPECT_EQ(phone.State()["box"]["text"], "Do you want to apply saved theme?");
+  EXPECT_EQ(phone.Box(), "Do you want to apply saved theme?");
   phone.Play({"answer no", "wait 600"});
   EXPECT_EQ(phone.Screen(), "Select Theme");
   EXPECT_EQ(phone.Rows(), (Lines{"Alpha", "Beta", "Eight", "Gamma", "Été – new"}));
@@ -131,14 +124,14 @@ TEST_F(Editor, SavingRefusesShortTextsAndAsksBeforeOverwriting) {
   phone.Play({"key action"});
   const auto box_after = [&phone](const std::string& title, const std::string& file) {
     phone.Play(SaveAs(title, file));
-    const Json box = phone.State()["box"];
-    if (!box.is_null()) phone.Play({box["buttons"].size() == 2 ? "answer no" : "answer ok"});
+    const std::string box = phone.Box();
+    if (!box.empty()) phone.Play({"key back"});
     EXPECT_EQ(phone.Screen(), "Save Theme");
     const Json edits = phone.State()["edits"];
     EXPECT_EQ(edits[0]["text"], title) << "the texts stay for correction";
     EXPECT_EQ(edits[1]["text"], file);
     phone.Play({"softkey right"});
-    return box.is_null() ? std::string() : box["text"].get<std::string>();
+    return box;
   };
   const std::vector<std::string> files = FilesBelow(folder.path());
   EXPECT_EQ(box_after("", "new.home.xml"), "");
@@ -165,8 +158,7 @@ TEST_F(Editor, ALayoutWithoutPluginsOpensEmptyAndTakesAFavourite) {
   phone.Play({"type xx", "softkey left"});
   EXPECT_EQ(phone.Screen(), "Add to favorites") << "nothing to keep";
   phone.Play({"softkey right"});
-  phone.Menu("Add new plugin");
-  phone.Play({"key action", "wait 600"});
+  phone.Menu("Add new plugin", {"key action", "wait 600"});
   EXPECT_EQ(phone.Rows(), Lines{"Harbour"});
   EXPECT_EQ(phone.Selected(), "Harbour");
   phone.Play(SaveAs("Gamma", "gamma.home.xml"));

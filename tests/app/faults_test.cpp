@@ -34,10 +34,8 @@ TEST_F(AppTest, AFormWithoutItsFieldsSavesNothingAndCanBeLeft) {
 }
 
 TEST_F(AppTest, AnOpenMessageBoxKeepsTheProgramFromActingOnInput) {
-  ScriptedPhone phone(folder);
-  phone.Play(WayTo().at("Choose Plugin"));
-  phone.Menu("Delete");
-  phone.Play({"hotkey 27 down", "hotkey 27 up", "answer yes"});
+  PhoneAt phone(folder, "Choose Plugin");
+  phone.Menu("Delete", {"hotkey 27 down", "hotkey 27 up", "answer yes"});
   EXPECT_EQ(phone.Screen(), "Choose Plugin");
   EXPECT_EQ(FilesBelow(folder.Plugins()).size(), 1u);
 }

@@ -4,130 +4,106 @@
 
 namespace {
 
-struct Transition {
-  const char* from;
-  Lines input;
-  const char* to;
-};
-
-class Transitions : public AppTest, public testing::WithParamInterface<Transition> {};
-
-TEST_P(Transitions, LeadThere) {
-  ScriptedPhone phone(folder);
-  const Transition& transition = GetParam();
-  phone.Play(WayTo().at(transition.from));
-  ASSERT_EQ(phone.Screen(), transition.from);
-  phone.Play(transition.input);
-  EXPECT_EQ(phone.Screen(), transition.to);
-  EXPECT_EQ(phone.State()["bars_visible"], 1);
-  EXPECT_EQ(phone.End(), 0);
+TEST_F(AppTest, KeysAndCommandsLeadFromScreenToScreen) {
+  const struct {
+    const char* from;
+    Lines input;
+    const char* to;
+  } transitions[] = {
+      {"Select Theme", {"key action"}, "Select Plugins"},
+      {"Select Theme", {"softkey left", "menu Edit"}, "Select Plugins"},
+      {"Select Theme", {"command 40010"}, "About"},
+      {"Select Theme", {"key back"}, "Select Theme"},
+      {"Select Plugins", {"softkey right"}, "Select Theme"},
+      {"Select Plugins", {"key back"}, "Select Theme"},
+      {"Select Plugins", {"keydown back"}, "Select Plugins"},
+      {"Select Plugins", {"key action"}, "Select Plugins"},
+      {"Select Plugins", {"command 40003"}, "Choose Plugin"},
+      {"Select Plugins", {"command 40005"}, "Add to favorites"},
+      {"Select Plugins", {"command 40007"}, "Save Theme"},
+      {"Save Theme", {"softkey right"}, "Select Plugins"},
+      {"Save Theme", {"key back"}, "Save Theme"},
+      {"Save Theme", {"type !", "softkey left", "answer yes", "answer no"}, "Select Theme"},
+      {"Save Theme", {"softkey left", "answer no"}, "Save Theme"},
+      {"Choose Plugin", {"key action"}, "Select Plugins"},
+      {"Choose Plugin", {"softkey left", "menu Add Plugin"}, "Select Plugins"},
+      {"Choose Plugin", {"softkey right"}, "Select Plugins"},
+      {"Choose Plugin", {"key back"}, "Select Plugins"},
+      {"Choose Plugin", {"keydown back"}, "Choose Plugin"},
+      {"Add to favorites", {"softkey left"}, "Select Plugins"},
+      {"Add to favorites", {"softkey right"}, "Select Plugins"},
+      {"Add to favorites", {"key back"}, "Add to favorites"},
+      {"About", {"softkey right"}, "Select Theme"},
+      {"About", {"softkey left"}, "About"},
+      {"About", {"key back"}, "About"},
+      {"About", {"key action"}, "About"},
+  };
+  for (const auto& transition : transitions) {
+    SCOPED_TRACE(std::string(transition.from) + ", " + transition.input.back());
+    PhoneAt phone(folder, transition.from);
+    EXPECT_EQ(phone.Screen(), transition.from);
+    phone.Play(transition.input);
+    EXPECT_EQ(phone.Screen(), transition.to);
+    EXPECT_EQ(phone.State()["bars_visible"], 1);
+    EXPECT_EQ(phone.End(), 0);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Screens, Transitions,
-    testing::Values(Transition{"Select Theme", {"key action"}, "Select Plugins"},
-                    Transition{"Select Theme", {"softkey left", "menu Edit"}, "Select Plugins"},
-                    Transition{"Select Theme", {"command 40010"}, "About"},
-                    Transition{"Select Theme", {"key back"}, "Select Theme"},
-                    Transition{"Select Plugins", {"softkey right"}, "Select Theme"},
-                    Transition{"Select Plugins", {"key back"}, "Select Theme"},
-                    Transition{"Select Plugins", {"keydown back"}, "Select Plugins"},
-                    Transition{"Select Plugins", {"key action"}, "Select Plugins"},
-                    Transition{"Select Plugins", {"command 40003"}, "Choose Plugin"},
-                    Transition{"Select Plugins", {"command 40005"}, "Add to favorites"},
-                    Transition{"Select Plugins", {"command 40007"}, "Save Theme"},
-                    Transition{"Save Theme", {"softkey right"}, "Select Plugins"},
-                    Transition{"Save Theme", {"key back"}, "Save Theme"},
-                    Transition{"Save Theme", {"type !", "softkey left", "answer yes", "answer no"}, "Select Theme"},
-                    Transition{"Save Theme", {"softkey left", "answer no"}, "Save Theme"},
-                    Transition{"Choose Plugin", {"key action"}, "Select Plugins"},
-                    Transition{"Choose Plugin", {"softkey left", "menu Add Plugin"}, "Select Plugins"},
-                    Transition{"Choose Plugin", {"softkey right"}, "Select Plugins"},
-                    Transition{"Choose Plugin", {"key back"}, "Select Plugins"},
-                    Transition{"Choose Plugin", {"keydown back"}, "Choose Plugin"},
-                    Transition{"Add to favorites", {"softkey left"}, "Select Plugins"},
-                    Transition{"Add to favorites", {"softkey right"}, "Select Plugins"},
-                    Transition{"Add to favorites", {"key back"}, "Add to favorites"},
-                    Transition{"About", {"softkey right"}, "Select Theme"},
-                    Transition{"About", {"softkey left"}, "About"}, Transition{"About", {"key back"}, "About"},
-                    Transition{"About", {"key action"}, "About"}));
-
-struct Inert {
-  const char* screen;
-  Lines input;
-};
-
-class InertInput : public AppTest, public testing::WithParamInterface<Inert> {};
 
 /// What the program has not been asked to do it does not do.
-TEST_P(InertInput, ChangesNothing) {
-  ScriptedPhone phone(folder);
-  phone.Play(WayTo().at(GetParam().screen));
-  phone.Play({"wait 600"});
-  const auto look = [&phone] {
-    Json seen = phone.Play({"repaint"});
-    Json state = phone.State();
-    for (const char* const field : {"calls", "tick", "painted", "frames", "ops"}) state.erase(field);
-    seen["state"] = state;
-    return seen;
+TEST_F(AppTest, KeysAndCommandsOfOtherScreensChangeNothing) {
+  const Lines keys = {"key left", "key right", "key #65", "hotkey 112 up", "hotkey 27 down", "command 0"};
+  Lines all_keys = keys;
+  Append(all_keys, {"key up", "key down"});
+  const struct {
+    const char* screen;
+    Lines keys;
+    std::vector<int> commands;
+  } cases[] = {
+      {"Select Theme", keys, {40001, 40003, 40005, 40006, 40011}},
+      {"Select Plugins", keys, {40001, 40006, 40008, 40010, 40011}},
+      {"Choose Plugin", keys, {40001, 40003, 40005, 40006, 40008, 40010, 40011}},
+      {"Save Theme", {"key action"}, {40003, 40004, 40005, 40007, 40008, 40009, 40010}},
+      {"Add to favorites", {"key up", "key down"}, {40003, 40004, 40005, 40007, 40008, 40009, 40010}},
+      {"About", all_keys, {40001, 40003, 40004, 40005, 40006, 40007, 40008, 40009, 40010, 40011}},
   };
-  const Json before = look();
-  const std::vector<std::string> files = FilesBelow(folder.path());
-  phone.Play(GetParam().input);
-  EXPECT_EQ(look(), before);
-  EXPECT_EQ(FilesBelow(folder.path()), files);
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.screen);
+    PhoneAt phone(folder, each.screen);
+    const auto look = [&phone] {
+      Json seen = phone.Play({"repaint"});
+      Json state = phone.State();
+      for (const char* const field : {"calls", "tick", "painted", "frames", "ops"}) state.erase(field);
+      seen["state"] = state;
+      return seen;
+    };
+    const Json before = look();
+    const std::vector<std::string> files = FilesBelow(folder.path());
+    phone.Play(each.keys);
+    for (const int command : each.commands) phone.Play({"command " + std::to_string(command)});
+    EXPECT_EQ(look(), before);
+    EXPECT_EQ(FilesBelow(folder.path()), files);
+  }
 }
-
-const Lines kOtherKeys = {"key left",       "key right", "key #65",       "hotkey 112 up",
-                          "hotkey 27 down", "command 0", "command 40006", "command 40011"};
-
-Lines OtherKeysAnd(const Lines& more) {
-  Lines lines = kOtherKeys;
-  Append(lines, more);
-  return lines;
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Screens, InertInput,
-    testing::Values(Inert{"Select Theme", OtherKeysAnd({"command 40001", "command 40003", "command 40005"})},
-                    Inert{"Select Plugins", OtherKeysAnd({"command 40001", "command 40008", "command 40010"})},
-                    Inert{"Choose Plugin", OtherKeysAnd({"command 40001", "command 40003", "command 40005",
-                                                         "command 40008", "command 40010"})},
-                    Inert{"Save Theme",
-                          {"command 40003", "command 40004", "command 40005", "command 40007", "command 40008",
-                           "command 40009", "command 40010", "key action"}},
-                    Inert{"Add to favorites",
-                          {"command 40003", "command 40004", "command 40005", "command 40007", "command 40008",
-                           "command 40009", "command 40010", "key up", "key down"}},
-                    Inert{"About", OtherKeysAnd({"key up", "key down", "command 40001", "command 40003",
-                                                 "command 40004", "command 40005", "command 40007", "command 40008",
-                                                 "command 40009", "command 40010"})}));
-
-struct Bar {
-  const char* screen;
-  const char* left;
-  const char* right;
-  Json menu;
-  std::size_t edits;
-};
 
 TEST_F(AppTest, EachScreenHasItsSoftKeysMenuAndFields) {
-  const Bar bars[] = {
+  const Json editor_menu = {"Add new plugin", "Remove from theme", "Add to favorites", "Save as", "Help"};
+  const struct {
+    const char* screen;
+    const char* left;
+    const char* right;
+    Json menu;
+    std::size_t edits;
+  } bars[] = {
       {"Select Theme", "Options", "Exit", {"Edit", "Apply", "Delete", "About", "Help"}, 0},
-      {"Select Plugins",
-       "Options",
-       "Cancel",
-       {"Add new plugin", "Remove from theme", "Add to favorites", "Save as", "Help"},
-       0},
+      {"Select Plugins", "Options", "Cancel", editor_menu, 0},
       {"Choose Plugin", "Options", "Cancel", {"Add Plugin", "Delete", "Help"}, 0},
       {"Save Theme", "Save", "Cancel", nullptr, 2},
       {"Add to favorites", "Save", "Cancel", nullptr, 1},
       {"About", " ", "Back", nullptr, 0},
   };
-  for (const Bar& bar : bars) {
+  for (const auto& bar : bars) {
     SCOPED_TRACE(bar.screen);
-    ScriptedPhone phone(folder);
-    phone.Play(WayTo().at(bar.screen));
+    PhoneAt phone(folder, bar.screen);
     const Json state = phone.State();
     EXPECT_EQ(state["bar"], Json({{"left", bar.left}, {"right", bar.right}}));
     EXPECT_EQ(state["edits"].size(), bar.edits);
@@ -139,8 +115,7 @@ TEST_F(AppTest, EachScreenHasItsSoftKeysMenuAndFields) {
 
 TEST_F(AppTest, BackOnTheFirstScreenAndOnAboutLeavesTheForegroundOnRelease) {
   for (const char* const screen : {"Select Theme", "About"}) {
-    ScriptedPhone phone(folder);
-    phone.Play(WayTo().at(screen));
+    PhoneAt phone(folder, screen);
     EXPECT_EQ(phone.Play({"keydown back", "state"})["back_navigations"], 0);
     Json state = phone.Play({"keyup back", "state"});
     EXPECT_EQ(state["back_navigations"], 1);
@@ -154,19 +129,15 @@ TEST_F(AppTest, BackOnTheFirstScreenAndOnAboutLeavesTheForegroundOnRelease) {
 }
 
 TEST_F(AppTest, HelpAndTheProductPageOpenInTheBrowser) {
-  const std::pair<const char*, const char*> pages[] = {
-      {"Select Theme", "help_en.html"}, {"Select Plugins", "help_en.html"}, {"Choose Plugin", "help_en.html"}};
-  for (const auto& [screen, page] : pages) {
-    ScriptedPhone phone(folder);
-    phone.Play(WayTo().at(screen));
+  for (const char* const screen : {"Select Theme", "Select Plugins", "Choose Plugin"}) {
+    PhoneAt phone(folder, screen);
     phone.Menu("Help");
     const Json launched = phone.State()["launched"];
     ASSERT_EQ(launched.size(), 1u) << screen;
     EXPECT_EQ(launched[0]["file"], "\\Windows\\iexplore.exe");
-    EXPECT_EQ(launched[0]["parameters"], "\\Program Files\\Quillmark\\help_en.html") << page;
+    EXPECT_EQ(launched[0]["parameters"], "\\Program Files\\Quillmark\\help_en.html") << screen;
   }
-  ScriptedPhone phone(folder);
-  phone.Play(WayTo().at("About"));
+  PhoneAt phone(folder, "About");
   phone.Play({"fail ShellExecuteEx", "key action", "key action"});
   const Json launched = phone.State()["launched"];
   ASSERT_EQ(launched.size(), 1u) << "a failed call is no launch";
@@ -176,8 +147,7 @@ TEST_F(AppTest, HelpAndTheProductPageOpenInTheBrowser) {
 TEST_F(AppTest, AboutShowsAPictureThatFitsTheScreenAndTheVersion) {
   const std::pair<const char*, Json> shapes[] = {{"portrait", {240, 278}}, {"landscape", {320, 198}}};
   for (const auto& [shape, size] : shapes) {
-    ScriptedPhone phone(folder, {"--screen", shape});
-    phone.Play(WayTo().at("About"));
+    PhoneAt phone(folder, "About", {"--screen", shape});
     const Json ops = phone.Play({"repaint"})["ops"];
     EXPECT_EQ(TextsIn({{"ops", ops}}), Lines{"Version: 1.01 Build: 1053"});
     const Json& picture = ops.at(1);
@@ -186,8 +156,7 @@ TEST_F(AppTest, AboutShowsAPictureThatFitsTheScreenAndTheVersion) {
 }
 
 TEST_F(AppTest, FieldsPassTheFocusOnAndDeleteWithBack) {
-  ScriptedPhone phone(folder);
-  phone.Play(WayTo().at("Save Theme"));
+  PhoneAt phone(folder, "Save Theme");
   Json state = phone.State();
   EXPECT_EQ(state["focus"], 0);
   EXPECT_EQ(state["edits"][0]["text"], "Beta");
@@ -233,8 +202,7 @@ TEST_F(AppTest, FieldsAreWorkedWithADesktopsKeysAndPointer) {
   };
   for (const Case& each : cases) {
     SCOPED_TRACE(&each - cases);
-    ScriptedPhone phone(folder);
-    phone.Play(WayTo().at("Save Theme"));
+    PhoneAt phone(folder, "Save Theme");
     phone.Play(each.commands);
     const Json state = phone.State();
     EXPECT_EQ(state["focus"], each.focus);

@@ -41,8 +41,7 @@ TEST_F(AppTest, LayoutsAreListedByTitleWithTheOneInUseSelected) {
   WriteFile(folder.Home() / "other.home.xml", "<menu><title>Other</title></menu>");
   WriteFile(folder.Home() / "plain.xml", "<home><title>Plain</title></home>");
   WriteFile(folder.Home() / "UPPER.HOME.XML", "<Home/>");
-  ScriptedPhone phone(folder);
-  phone.Play({"wait 600"});
+  PhoneAt phone(folder, "Select Theme");
   EXPECT_EQ(phone.Rows(), (Lines{"Alpha", "Beta", "Gamma", "Unknow"}));
   EXPECT_EQ(phone.Selected(), "Beta");
   EXPECT_EQ(Thumb(phone), nullptr);
@@ -63,8 +62,7 @@ TEST(ThemeList, TheSelectionFollowsWhatTheRegistryNames) {
       ScriptedPhone phone(folder);
       phone.Play({"registry set ControlPanel\\Home Scheme \"" + scheme + "\""});
     }
-    ScriptedPhone phone(folder);
-    phone.Play({"wait 600"});
+    PhoneAt phone(folder, "Select Theme");
     EXPECT_EQ(phone.Selected(), selected) << scheme;
   }
   std::filesystem::remove(folder.path() / "registry.reg");
@@ -106,8 +104,7 @@ TEST(ThemeList, TheLayoutInUseIsInViewHoweverFarDown) {
   PhoneFolder folder;
   AddMany(folder, 20);
   folder.UseLayout("layout17");
-  ScriptedPhone phone(folder);
-  phone.Play({"wait 600"});
+  PhoneAt phone(folder, "Select Theme");
   EXPECT_EQ(phone.Selected(), "Layout 17");
   EXPECT_EQ(phone.Rows(), Titles(10, 17));
 }
@@ -133,23 +130,20 @@ TEST_F(AppTest, DeletingAsksAndTellsWhenItFails) {
                        {"style", 36},
                        {"buttons", {"Yes", "No"}}}));
   phone.Play({"answer no"});
-  phone.Menu("Delete");
-  phone.Play({"fail DeleteFileW", "answer yes"});
+  phone.Menu("Delete", {"fail DeleteFileW", "answer yes"});
   EXPECT_EQ(phone.State()["box"]["text"], "Selected theme couldn't be deleted!");
   EXPECT_EQ(phone.State()["box"]["style"], 48);
   phone.Play({"answer ok", "wait 600"});
   EXPECT_EQ(phone.Rows(), (Lines{"Alpha", "Beta", "Gamma"}));
 
-  phone.Menu("Delete");
-  phone.Play({"answer yes", "wait 600"});
+  phone.Menu("Delete", {"answer yes", "wait 600"});
   EXPECT_FALSE(std::filesystem::exists(folder.Home() / "beta.home.xml"));
   EXPECT_EQ(phone.Rows(), (Lines{"Alpha", "Gamma"}));
   EXPECT_EQ(phone.Selected(), "Alpha");
 
   // When the last one is gone there is nothing left to act on.
   for (int remaining = 0; remaining < 2; ++remaining) {
-    phone.Menu("Delete");
-    phone.Play({"answer yes", "wait 600"});
+    phone.Menu("Delete", {"answer yes", "wait 600"});
   }
   EXPECT_EQ(phone.Rows(), Lines{});
   phone.Play({"command 40004", "command 40007", "command 40008", "key action"});

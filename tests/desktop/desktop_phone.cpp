@@ -1,15 +1,12 @@
 #include "desktop/desktop_phone.h"
 
-#include <fcntl.h>
 #include <png.h>
 #include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <algorithm>
 #include <cstdlib>
-#include <stdexcept>
+#include <utility>
+
+#include "support/process.h"
 
 namespace {
 
@@ -47,15 +44,9 @@ DesktopPhone::DesktopPhone(TestDisplay& display, const PhoneFolder& folder, cons
 #endif
   std::vector<std::string> words = {DESKTOP_PROGRAM, "--phone", folder.path().string()};
   words.insert(words.end(), options.begin(), options.end());
-  std::vector<char*> arguments;
-  for (std::string& word : words) arguments.push_back(word.data());
-  arguments.push_back(nullptr);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, complaints_.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-  const int error = posix_spawn(&process_, arguments[0], &actions, nullptr, arguments.data(), environ);
-  posix_spawn_file_actions_destroy(&actions);
-  if (error) throw std::runtime_error("the program does not start");
+  process_ = StartProgram(words, [this](auto* actions) {
+    posix_spawn_file_actions_addopen(actions, STDERR_FILENO, complaints_.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+  });
   window_ = display.WaitForWindow("quillmark");
   display.Focus(window_);
 }
@@ -81,10 +72,7 @@ void DesktopPhone::ClickScreen(const Picture& screen, int scale, int x, int y) {
 
 int DesktopPhone::End(bool ask) {
   if (ask) kill(process_, SIGTERM);
-  int status = 0;
-  waitpid(process_, &status, 0);
-  process_ = -1;
-  return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  return AwaitEnd(std::exchange(process_, -1));
 }
 
 std::string DesktopPhone::Complaints() const {

@@ -5,14 +5,12 @@
 #include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
-#include <fcntl.h>
 #include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <sstream>
-#include <stdexcept>
+#include <utility>
+
+#include "support/process.h"
 
 namespace {
 
@@ -54,19 +52,16 @@ bool IsShown(Display* display, Window window) {
 TestDisplay::TestDisplay() {
   int number[2];
   if (pipe(number) != 0) throw std::runtime_error("no pipe");
-  std::string descriptor = std::to_string(number[1]);
-  const char* words[] = {"Xvfb",      "-displayfd", descriptor.c_str(), "-screen", "0", "1280x1024x24",
-                         "-nolisten", "tcp",        "-terminate",       nullptr};
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addclose(&actions, number[0]);
-  for (const int output : {STDOUT_FILENO, STDERR_FILENO})
-    posix_spawn_file_actions_addopen(&actions, output, "/dev/null", O_WRONLY, 0);
-  const int error = posix_spawnp(&server_, words[0], &actions, nullptr, const_cast<char**>(words), environ);
-  posix_spawn_file_actions_destroy(&actions);
+  const std::vector<std::string> words = {"Xvfb",      "-displayfd", std::to_string(number[1]),
+                                          "-screen",   "0",          "1280x1024x24",
+                                          "-nolisten", "tcp",        "-terminate"};
+  server_ = StartProgram(words, [&number](auto* actions) {
+    posix_spawn_file_actions_addclose(actions, number[0]);
+    for (const int output : {STDOUT_FILENO, STDERR_FILENO}) Silence(actions, output);
+  });
   close(number[1]);
   std::string text;
-  for (char character; !error && read(number[0], &character, 1) == 1 && character != '\n';) text += character;
+  for (char character; read(number[0], &character, 1) == 1 && character != '\n';) text += character;
   close(number[0]);
   if (text.empty()) throw std::runtime_error("no display server");
   name_ = ":" + text;
@@ -83,8 +78,7 @@ void TestDisplay::Kill() {
   if (connection_) XCloseDisplay(connection_);
   connection_ = nullptr;
   kill(server_, SIGKILL);
-  waitpid(server_, nullptr, 0);
-  server_ = -1;
+  AwaitEnd(std::exchange(server_, -1));
 }
 
 unsigned long TestDisplay::WaitForWindow(const std::string& window_class) {

@@ -17,14 +17,14 @@ void PhoneFolder::AddLayout(const std::string& name, const std::string& title,
   WriteFile(Home() / (name + ".home.xml"), content + "</home>\n");
 }
 
-void PhoneFolder::AddFavorite(const std::string& name, std::u16string_view element) const {
+void PhoneFolder::AddFavorite(const std::string& name, std::u16string_view element, std::u16string_view clsid) const {
   constexpr std::size_t field = 512;
   const auto bytes = [](std::u16string_view text) {
     return std::string(reinterpret_cast<const char*>(text.data()), text.size() * 2);
   };
-  std::u16string wide(name.begin(), name.end());
-  std::string content = bytes(wide);
-  content.resize(2 * field);
+  std::string content = bytes(std::u16string(name.begin(), name.end()));
+  content.resize(field);
+  content.append(bytes(clsid)).resize(2 * field);
   const auto count = static_cast<std::uint32_t>(element.size() + 1);
   content.append(reinterpret_cast<const char*>(&count), sizeof count);
   WriteFile(Plugins() / (name + ".plg"), content + bytes(element) + std::string(2, '\0'));

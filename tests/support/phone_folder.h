@@ -23,7 +23,7 @@ class PhoneFolder {
   /// Adds NAME.home.xml with that title and plug-ins of these names.
   void AddLayout(const std::string& name, const std::string& title, const std::vector<std::string>& plugins) const;
   /// Adds a favourite by its stored layout.
-  void AddFavorite(const std::string& name, std::u16string_view element) const;
+  void AddFavorite(const std::string& name, std::u16string_view element, std::u16string_view clsid = u"") const;
   /// Puts NAME.home.xml in use.
   void UseLayout(const std::string& name) const;
 

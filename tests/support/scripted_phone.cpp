@@ -1,13 +1,11 @@
 #include "support/scripted_phone.h"
 
-#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <stdexcept>
+#include <utility>
+
+#include "support/process.h"
 
 namespace {
 
@@ -40,23 +38,17 @@ bool IsSelectionBar(const Json& op) {
 ScriptedPhone::ScriptedPhone(const PhoneFolder& folder, const std::vector<std::string>& options) {
   std::vector<std::string> words = {HEADLESS_PROGRAM, "--phone", folder.path().string()};
   words.insert(words.end(), options.begin(), options.end());
-  std::vector<char*> arguments;
-  for (std::string& word : words) arguments.push_back(word.data());
-  arguments.push_back(nullptr);
   int script[2];
   int replies[2];
   if (pipe2(script, O_CLOEXEC) != 0 || pipe2(replies, O_CLOEXEC) != 0) throw std::runtime_error("no pipes");
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_adddup2(&actions, script[0], STDIN_FILENO);
-  posix_spawn_file_actions_adddup2(&actions, replies[1], STDOUT_FILENO);
-  const int error = posix_spawn(&process_, HEADLESS_PROGRAM, &actions, nullptr, arguments.data(), environ);
-  posix_spawn_file_actions_destroy(&actions);
+  process_ = StartProgram(words, [&](auto* actions) {
+    posix_spawn_file_actions_adddup2(actions, script[0], STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(actions, replies[1], STDOUT_FILENO);
+  });
   close(script[0]);
   close(replies[1]);
   script_ = script[1];
   replies_ = replies[0];
-  if (error) throw std::runtime_error("the program does not start");
   signal(SIGPIPE, SIG_IGN);
 }
 
@@ -82,6 +74,11 @@ Json ScriptedPhone::Play(const std::vector<std::string>& commands) {
     if (reply["ok"] != true) throw std::runtime_error(command + ": " + reply.dump());
   }
   return reply;
+}
+
+Json ScriptedPhone::Menu(const std::string& label, const std::vector<std::string>& then) {
+  const Json chosen = Play({"softkey left", "menu " + label});
+  return then.empty() ? chosen : Play(then);
 }
 
 std::string ScriptedPhone::ReadLine() {
@@ -112,10 +109,7 @@ int ScriptedPhone::End() {
   char block[65536];
   while (read(replies_, block, sizeof block) > 0) continue;
   close(replies_);
-  int status = 0;
-  waitpid(process_, &status, 0);
-  process_ = -1;
-  return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  return AwaitEnd(std::exchange(process_, -1));
 }
 
 Json ScriptedPhone::Frame() {
@@ -143,6 +137,11 @@ std::vector<std::string> ScriptedPhone::Rows() {
   for (const Json& op : frame["ops"])
     if (IsRow(op)) rows.push_back(op["text"]);
   return rows;
+}
+
+std::string ScriptedPhone::Box() {
+  const Json box = State()["box"];
+  return box.is_null() ? "" : box["text"].get<std::string>();
 }
 
 std::string ScriptedPhone::Selected() {

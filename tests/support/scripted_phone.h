@@ -26,14 +26,16 @@ class ScriptedPhone {
   /// Gives commands one after the other, each of which must succeed, and takes the last one's reply.
   Json Play(const std::vector<std::string>& commands);
   Json State() { return Do("state"); }
-  /// Opens the menu of the left soft key and chooses an item.
-  Json Menu(const std::string& label) { return Play({"softkey left", "menu " + label}); }
+  /// Opens the menu of the left soft key, chooses an item, and plays what follows.
+  Json Menu(const std::string& label, const std::vector<std::string>& then = {});
   /// Paints a whole frame and takes the texts drawn in it, in order.
   std::vector<std::string> Texts();
   /// The screen that is shown, by its caption; "About" for the one without.
   std::string Screen();
   /// The texts of the rows within the view, from top to bottom, on a list screen at rest.
   std::vector<std::string> Rows();
+  /// The text of the open message box; empty for none.
+  std::string Box();
   /// The text of the row under the selection bar, on a list screen at rest.
   std::string Selected();
 

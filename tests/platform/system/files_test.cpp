@@ -38,9 +38,9 @@ std::string Search(const std::u16string& pattern) {
 }
 
 TEST_F(Files, NamesMatchWithoutRegardToCaseTheExactOneFirst) {
-  Put(folder / "Home/One.xml", "one");
-  Put(folder / "Home/b.xml", "small");
-  Put(folder / "Home/B.XML", "capital");
+  WriteFile(folder / "Home/One.xml", "one");
+  WriteFile(folder / "Home/b.xml", "small");
+  WriteFile(folder / "Home/B.XML", "capital");
   EXPECT_EQ(Read(u"\\hOME\\oNE.xml"), "one");
   EXPECT_EQ(Read(u"\\Home\\b.xml"), "small");
   EXPECT_EQ(Read(u"\\Home\\B.XML"), "capital");
@@ -52,7 +52,7 @@ TEST_F(Files, NamesMatchWithoutRegardToCaseTheExactOneFirst) {
 }
 
 TEST_F(Files, ListingsFollowEveryChange) {
-  Put(folder / "Home/A", "1");
+  WriteFile(folder / "Home/A", "1");
   std::this_thread::sleep_for(std::chrono::milliseconds(80));
   EXPECT_EQ(Read(u"\\Home\\a"), "1");  // the listing is kept from here on
   ASSERT_EQ(Write(u"\\Home\\New", "2"), ERROR_SUCCESS);
@@ -64,14 +64,14 @@ TEST_F(Files, ListingsFollowEveryChange) {
   // Others change the folder within one tick of its clock.
   for (int i = 0; i < 50; ++i) {
     const std::string name = "OUTSIDE" + std::to_string(i);
-    Put(folder / "Home" / name, name);
+    WriteFile(folder / "Home" / name, name);
     EXPECT_EQ(Read(u"\\Home\\outside" + std::u16string(name.begin() + 7, name.end())), name);
   }
 }
 
 TEST_F(Files, NoPathLeadsOut) {
-  Put(base / "secret", "secret");
-  Put(folder / "Home/in", "in");
+  WriteFile(base / "secret", "secret");
+  WriteFile(folder / "Home/in", "in");
   fs::create_symlink(base / "secret", folder / "Home/link");
   fs::create_directory_symlink(base, folder / "out");
   mkfifo((folder / "fifo").c_str(), 0600);
@@ -118,7 +118,7 @@ TEST_F(Files, NoPathLeadsOut) {
 TEST_F(Files, SearchesMatchAndSortFoldedNames) {
   for (const char* name :
        {"b.home.xml", "A.HOME.XML", "c.xml", "B.home.xml", "home.xml", "\xFF.home.xml", "q:.home.xml"})
-    Put(folder / "Home" / name, "x");
+    WriteFile(folder / "Home" / name, "x");
   fs::create_directory(folder / "Home/Z.home.xml");
   struct Row {
     std::u16string pattern;
@@ -151,10 +151,10 @@ TEST_F(Files, SearchesMatchAndSortFoldedNames) {
 }
 
 TEST_F(Files, ProgramDataIsSharedAndReadOnly) {
-  Put(base / "data/GFX/bg.png", "png");
-  Put(base / "data/help.html", "help");
-  Put(base / "data/secret.txt", "no");
-  Put(folder / "Program Files/App/Plugins/x.plg", "plg");
+  WriteFile(base / "data/GFX/bg.png", "png");
+  WriteFile(base / "data/help.html", "help");
+  WriteFile(base / "data/secret.txt", "no");
+  WriteFile(folder / "Program Files/App/Plugins/x.plg", "plg");
   EXPECT_EQ(Read(u"\\program files\\app\\gfx\\BG.png"), "png");
   EXPECT_EQ(Read(u"\\Program Files\\App\\HELP.html"), "help");
   EXPECT_EQ(Read(u"\\Program Files\\App\\secret.txt"), "error 2");
@@ -171,7 +171,7 @@ TEST_F(Files, ProgramDataIsSharedAndReadOnly) {
 }
 
 TEST_F(Files, AFailedWriteLeavesTheOldFileAndNoStray) {
-  Put(folder / "Home/f", "old");
+  WriteFile(folder / "Home/f", "old");
   chmod((folder / "Home/f").c_str(), 0640);
   phone::SetFault(phone::Operation::rename, 1, 0);
   EXPECT_NE(Write(u"\\Home\\f", "new"), ERROR_SUCCESS);
@@ -183,7 +183,7 @@ TEST_F(Files, AFailedWriteLeavesTheOldFileAndNoStray) {
 }
 
 TEST_F(Files, WhatMayNotBeWrittenToIsNeitherReplacedNorDeleted) {
-  Put(folder / "Home/f", "old");
+  WriteFile(folder / "Home/f", "old");
   chmod((folder / "Home/f").c_str(), 0444);
   // The superuser may do everything, so another user tries it, who may write to the folder.
   constexpr uid_t kNobody = 65534;
@@ -200,16 +200,16 @@ TEST_F(Files, WhatMayNotBeWrittenToIsNeitherReplacedNorDeleted) {
 }
 
 TEST_F(Files, AFileThatClaimsAnImmenseSizeIsNotRead) {
-  Put(folder / "f", "x");
+  WriteFile(folder / "f", "x");
   fs::resize_file(folder / "f", 100 << 20);
   EXPECT_EQ(Read(u"\\f"), "error 8");
 }
 
 TEST_F(Files, StrayFilesAreRemovedAndNothingElse) {
   const std::string prefix(phone::kTemporaryPrefix);
-  Put(folder / "Home" / (prefix + "123-4"), "stray");
-  Put(folder / "Home" / (prefix + "notes"), "mine");
-  Put(base / (prefix + "1-1"), "outside");
+  WriteFile(folder / "Home" / (prefix + "123-4"), "stray");
+  WriteFile(folder / "Home" / (prefix + "notes"), "mine");
+  WriteFile(base / (prefix + "1-1"), "outside");
   fs::create_directory_symlink(base, folder / "out");
   phone::RemoveStrayFiles();
   EXPECT_EQ(CountIn(folder / "Home"), 1);
@@ -218,7 +218,7 @@ TEST_F(Files, StrayFilesAreRemovedAndNothingElse) {
 
 class Streams : public SystemTest {
  protected:
-  Streams() { Put(folder / "f", "0123456789"); }
+  Streams() { WriteFile(folder / "f", "0123456789"); }
   static FILE* Open(const char16_t* mode) { return _wfopen(TEXT("\\F"), mode); }
   static int Calls(phone::Operation operation) { return static_cast<int>(phone::CallCount(operation)); }
 };

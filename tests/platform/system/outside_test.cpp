@@ -15,7 +15,7 @@ using Outside = SystemTest;
 using Faults = SystemTest;
 
 TEST_F(Outside, DocumentsAreOpenedByTheHost) {
-  Put(folder / "Home/page.html", "page");
+  WriteFile(folder / "Home/page.html", "page");
   struct Row {
     const WCHAR* parameters;
     bool opened;

@@ -17,7 +17,7 @@ class Registry : public SystemTest {
   }
   ~Registry() override { phone::ReleaseInstance(); }
   void Load(const std::string& content) {
-    Put(File(), content);
+    WriteFile(File(), content);
     phone::LoadRegistry();
   }
   std::filesystem::path File() const { return folder / "registry.reg"; }
@@ -101,12 +101,12 @@ TEST_F(Registry, KeepsABrokenFileAside) {
 TEST_F(Registry, FollowsTheFileThatAPersonEdits) {
   const std::string key = kHeader + "[HKEY_CURRENT_USER\\k]\r\n";
   Load(key + "\"v\"=\"1\"\r\n");
-  Put(File(), key + "\"v\"=\"two\"\r\n");
+  WriteFile(File(), key + "\"v\"=\"two\"\r\n");
   EXPECT_EQ(RegistryGet(u"k", u"v"), u"two");
-  Put(File(), key + "\"v\"=\"3\"\r\n\"w\"=\"by hand\"\r\n");
+  WriteFile(File(), key + "\"v\"=\"3\"\r\n\"w\"=\"by hand\"\r\n");
   ASSERT_TRUE(RegistrySet(u"k", u"v", u"4"));
   EXPECT_EQ(Content(File()), key + "\"v\"=\"4\"\r\n\"w\"=\"by hand\"\r\n");
-  Put(File(), "torn");
+  WriteFile(File(), "torn");
   EXPECT_EQ(RegistryGet(u"k", u"v"), u"4");
   EXPECT_FALSE(RegistrySet(u"k", u"v", u"5"));
   // A second start leaves the file to the phone that runs.

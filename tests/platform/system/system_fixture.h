@@ -5,11 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <iterator>
+#include <span>
 #include <string>
 #include <string_view>
 
+#include "support/file_content.h"
+#include "support/temporary_folder.h"
 #include "support/test_host.h"
 #include "system/faults.h"
 #include "system/files.h"
@@ -20,9 +22,6 @@
 class SystemTest : public testing::Test {
  protected:
   SystemTest() {
-    std::string pattern = testing::TempDir() + "phoneXXXXXX";
-    base = mkdtemp(pattern.data());
-    folder = base / "phone";
     std::filesystem::create_directories(base / "data/GFX");
     Mount();
     phone::ResetOutside(host);
@@ -36,20 +35,13 @@ class SystemTest : public testing::Test {
     phone::LeaveHost();
     phone::UnmountFiles();
     phone::ResetFaults();
-    std::filesystem::remove_all(base);
   }
 
   void Mount() { phone::MountFiles(folder, base / "data", u"\\Program Files\\App\\app.exe"); }
 
-  static void Put(const std::filesystem::path& path, std::string_view content) {
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << content;
-  }
-
   /// The file's content, "(none)" for a file that is not there.
   static std::string Content(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return file ? std::string(std::istreambuf_iterator<char>(file), {}) : "(none)";
+    return std::filesystem::exists(path) ? ReadFile(path) : "(none)";
   }
 
   static DWORD Write(std::u16string_view path, std::string_view content) {
@@ -61,7 +53,8 @@ class SystemTest : public testing::Test {
     return std::distance(std::filesystem::directory_iterator(path), {});
   }
 
-  std::filesystem::path base;
-  std::filesystem::path folder;  ///< the phone folder
+  TemporaryFolder temporary;
+  std::filesystem::path base = temporary.path;
+  std::filesystem::path folder = base / "phone";  ///< the phone folder
   TestHost host;
 };

@@ -4,14 +4,12 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "msxml2.h"
+#include "support/file_content.h"
 #include "support/temporary_folder.h"
 #include "system/faults.h"
 #include "system/files.h"
@@ -177,14 +175,8 @@ class DomFiles : public ::testing::Test {
   }
   ~DomFiles() override { phone::UnmountFiles(); }
 
-  void Put(const std::string& name, std::string_view bytes) const {
-    const auto view = std::as_bytes(std::span(bytes));
-    ASSERT_EQ(ERROR_SUCCESS, phone::WriteWholeFile(u"\\" + *phone::ToUtf16(name), view));
-  }
-  std::string Get(const std::string& name) const {
-    std::ifstream file(folder_.path / name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
+  void Put(const std::string& name, std::string_view bytes) const { WriteFile(folder_.path / name, bytes); }
+  std::string Get(const std::string& name) const { return ReadFile(folder_.path / name); }
   static bool Load(const DocumentRef& document, const std::string& name) {
     VARIANT_BOOL success = VARIANT_FALSE;
     const HRESULT status = document->load(Argument("\\" + name).variant(), &success);

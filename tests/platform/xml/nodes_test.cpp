@@ -207,70 +207,32 @@ TEST_F(Nodes, EachOperationCanFail) {
   const NodeRef root = Root(document);
   Ref<IXMLDOMNodeList> list;
   ASSERT_EQ(S_OK, root->get_childNodes(list.Receive()));
+  IXMLDOMNamedNodeMap* const map = nullptr;
+  LONG length = 0;
   const Argument text(u"x");
-  const auto given = [](auto* out, HRESULT status) {
+  const BSTR some = text.text();
+  // A call that fails gives nothing.
+  const auto refuses = [](auto* out, const auto& call) {
+    const HRESULT status = call(&out);
     EXPECT_EQ(nullptr, out);
     return status;
   };
-  using phone::Operation;
-  const std::pair<Operation, std::function<HRESULT()>> calls[] = {
-      {Operation::load, [&] { return document->load(text.variant(), nullptr); }},
-      {Operation::loadXML, [&] { return document->loadXML(text.text(), nullptr); }},
-      {Operation::save, [&] { return document->save(text.variant()); }},
-      {Operation::get_childNodes,
-       [&] {
-         auto* out = list.get();
-         const HRESULT status = root->get_childNodes(&out);
-         return given(out, status);
-       }},
-      {Operation::get_length,
-       [&] {
-         LONG length = 0;
-         return list->get_length(&length);
-       }},
-      {Operation::get_item,
-       [&] {
-         auto* out = root.get();
-         const HRESULT status = list->get_item(0, &out);
-         return given(out, status);
-       }},
-      {Operation::get_nodeName,
-       [&] {
-         BSTR out = text.text();
-         const HRESULT status = root->get_nodeName(&out);
-         return given(out, status);
-       }},
-      {Operation::get_attributes,
-       [&] {
-         IXMLDOMNamedNodeMap* out = nullptr;
-         return given(out, root->get_attributes(&out));
-       }},
-      {Operation::get_text,
-       [&] {
-         BSTR out = text.text();
-         const HRESULT status = root->get_text(&out);
-         return given(out, status);
-       }},
-      {Operation::put_text, [&] { return root->put_text(text.text()); }},
-      {Operation::get_xml,
-       [&] {
-         BSTR out = text.text();
-         const HRESULT status = root->get_xml(&out);
-         return given(out, status);
-       }},
-      {Operation::get_firstChild,
-       [&] {
-         auto* out = root.get();
-         const HRESULT status = root->get_firstChild(&out);
-         return given(out, status);
-       }},
-      {Operation::cloneNode,
-       [&] {
-         auto* out = root.get();
-         const HRESULT status = root->cloneNode(-1, &out);
-         return given(out, status);
-       }},
-      {Operation::appendChild, [&] { return root->appendChild(root.get(), nullptr); }},
+  using enum phone::Operation;
+  const std::pair<phone::Operation, std::function<HRESULT()>> calls[] = {
+      {load, [&] { return document->load(text.variant(), nullptr); }},
+      {loadXML, [&] { return document->loadXML(some, nullptr); }},
+      {save, [&] { return document->save(text.variant()); }},
+      {get_childNodes, [&] { return refuses(list.get(), [&](auto** out) { return root->get_childNodes(out); }); }},
+      {get_length, [&] { return list->get_length(&length); }},
+      {get_item, [&] { return refuses(root.get(), [&](auto** out) { return list->get_item(0, out); }); }},
+      {get_nodeName, [&] { return refuses(some, [&](BSTR* out) { return root->get_nodeName(out); }); }},
+      {get_attributes, [&] { return refuses(map, [&](auto** out) { return root->get_attributes(out); }); }},
+      {get_text, [&] { return refuses(some, [&](BSTR* out) { return root->get_text(out); }); }},
+      {put_text, [&] { return root->put_text(some); }},
+      {get_xml, [&] { return refuses(some, [&](BSTR* out) { return root->get_xml(out); }); }},
+      {get_firstChild, [&] { return refuses(root.get(), [&](auto** out) { return root->get_firstChild(out); }); }},
+      {cloneNode, [&] { return refuses(root.get(), [&](auto** out) { return root->cloneNode(-1, out); }); }},
+      {appendChild, [&] { return root->appendChild(root.get(), nullptr); }},
   };
   for (const auto& [operation, call] : calls) {
     phone::ResetFaults();
