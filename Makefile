@@ -8,7 +8,8 @@ BUILD_PACKAGES := g++ cmake ninja-build pkg-config binutils-mingw-w64-x86-64 lib
 RUN_PACKAGES := fonts-dejavu-core fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji xdg-utils
 TEST_PACKAGES := libgtest-dev libx11-dev libxtst-dev xvfb xclip
 BENCH_PACKAGES := libbenchmark-dev
-LINT_PACKAGES := clang-format clang-tidy
+FORMAT_PACKAGES := git clang-format
+LINT_PACKAGES := $(FORMAT_PACKAGES) clang-tidy
 ARTWORK_PACKAGES := librsvg2-bin netpbm icoutils fonts-dejavu-core
 FUZZ_PACKAGES := clang libclang-rt-dev llvm
 PACKAGE_PACKAGES := dpkg-dev file gzip man-db groff lintian desktop-file-utils appstream
@@ -81,7 +82,7 @@ lint: build ## formatting and static checks
 	git ls-files -- '*.cpp' ':!tests' | xargs -n 4 -P $(JOBS) clang-tidy --quiet -p $(BUILD)
 
 format: ## format the sources
-	@scripts/install-packages.sh clang-format
+	@scripts/install-packages.sh $(FORMAT_PACKAGES)
 	git ls-files -z -- '*.cpp' '*.h' | xargs -0 clang-format -i
 
 install: build ## programs, data, manual pages, desktop entry, icons: DESTDIR and PREFIX are respected
