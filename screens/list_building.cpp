@@ -37,12 +37,12 @@ void SelectThemeInUse(CScrollList& list, ThemeRecord* themes) noexcept {
   INT index = 0;
   INT found = NOT_FOUND;
   for (const ThemeRecord& theme : RingRange(themes)) {
-    if (std::u16string_view(theme.path) == LPCWSTR{inUse}) {
-      found = index;
-      break;
+    if (lstrcmpiW(theme.path, inUse) == 0) {
+      // A disk may hold names that differ only in case; then the exact spelling is meant, else the first.
+      const bool exact = std::u16string_view(theme.path) == LPCWSTR{inUse};
+      if (exact || found == NOT_FOUND) found = index;
+      if (exact) break;
     }
-    // A disk may hold names that differ only in case; then the exact spelling is meant, else the first.
-    if (found == NOT_FOUND && lstrcmpiW(theme.path, inUse) == 0) found = index;
     ++index;
   }
   if (found > 0 && found < list.GetCount()) list.SelectIndex(found);

@@ -14,12 +14,13 @@ inline constexpr LPCWSTR UNKNOWN_TEXT = TEXT("Unknow");
 
 /// One theme: a layout file of the home screen.
 struct ThemeRecord {
-  TextField title;     ///< the display title
-  TextField fileName;  ///< the bare name, extension included
-  TextField path;      ///< the full path
+  // What a search for a path reads lies close together.
   ThemeRecord* next = nullptr;
   ThemeRecord* prev = nullptr;
   ComPtr<IXMLDOMDocument> document;  ///< the parsed file
+  TextField path;                    ///< the full path
+  TextField title;                   ///< the display title
+  TextField fileName;                ///< the bare name, extension included
 };
 
 /// One plug-in of the open theme, or one favourite. A plug-in that was added from a favourite has neither name nor

@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 #include "animation/list/motion.h"
@@ -15,11 +16,6 @@ constexpr DWORD kRowsScroll = PROP_Y | PROP_HEIGHT | PROP_ALPHA;
 constexpr DWORD kRowsScrollCarrying = PROP_Y | PROP_HEIGHT;
 constexpr INT kStaySelected = 0;
 constexpr INT kSelectNext = 1;
-
-ListItem* Walk(ListItem* item, ListItem* ListItem::*link, INT steps) noexcept {
-  while (steps-- > 0) item = item->*link;
-  return item;
-}
 
 /// Makes the current place the committed one, as the end of an animation does.
 void SettleRow(CVisualGroup& row) noexcept {
@@ -80,6 +76,16 @@ void CScrollList::SelectIndex(INT index) noexcept {
   if (moves > 0) Move(way, kLeaveItems);
 }
 
+/// The row that many places ahead of another, or behind it; reached by the shorter way round the ring.
+ListItem* CScrollList::Ahead(const Way& way, ListItem* item, INT places) const noexcept {
+  const INT rows = itemCount + kSpacerCount;
+  if (places > rows / 2) places -= rows;
+  if (places < -rows / 2) places += rows;
+  ListItem* ListItem::*const link = places > 0 ? way.ahead : way.behind;
+  for (INT steps = std::abs(places); steps > 0; --steps) item = item->*link;
+  return item;
+}
+
 /// Reaches directly what that many single moves leave behind for the next one to finish: first the selection goes to
 /// the end of the view, then the rows scroll.
 void CScrollList::SkipMoves(const Way& way, INT moves) noexcept {
@@ -87,12 +93,12 @@ void CScrollList::SkipMoves(const Way& way, INT moves) noexcept {
   FinishItemAnimations();
   const INT inView = std::min(moves, RowsAhead(way));
   if (inView > 0) {
-    selected = Walk(selected, way.ahead, inView);
+    selected = Ahead(way, selected, inView);
     highlightY = selected->row->y.current;
   }
   selectedRow += inView * way.step;
   selectedIndex += moves * way.step;
-  selected = Walk(selected, way.ahead, moves - inView);
+  selected = Ahead(way, selected, moves - inView);
   RotateSettledRows(way, moves - inView);
   UpdateScrollBar(now);
   Unexamined(MoveHighlight(now));
@@ -102,7 +108,7 @@ void CScrollList::SkipMoves(const Way& way, INT moves) noexcept {
 /// Every row takes the place of the one that many rows behind it. The rows are at rest, so that a row which has its new
 /// place still tells its old one by the committed values.
 void CScrollList::RotateSettledRows(const Way& way, INT places) noexcept {
-  const ListItem* from = Walk(firstItem, way.behind, places);
+  const ListItem* from = Ahead(way, firstItem, -places);
   for (const ListItem& item : RingRange(firstItem)) {
     item.row->y.current = from->row->y.base;
     item.row->height.current = from->row->height.base;

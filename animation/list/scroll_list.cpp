@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr INT kSpacerCount = 4;
 constexpr INT kOffScreen = 240;   // px to the left, further than any row is wide
 constexpr INT kTextIndent = 5;    // px
 constexpr INT kRowFontSize = 12;  // points

@@ -102,12 +102,14 @@ class CScrollList {
   struct Way;
   static const Way kDown;
   static const Way kUp;
+  static constexpr INT kSpacerCount = 4;  ///< rows of the ring that are no items
 
   [[nodiscard]] HRESULT AddMissingSpacers() noexcept;
   void PlaceFirstHighlights(const CVisualGroup& row) noexcept;
   bool IsAtEnd(const Way& way) const noexcept;
   INT RowsAhead(const Way& way) const noexcept;
   void Move(const Way& way, bool carry) noexcept;
+  ListItem* Ahead(const Way& way, ListItem* item, INT places) const noexcept;
   void SkipMoves(const Way& way, INT moves) noexcept;
   void RotateSettledRows(const Way& way, INT places) noexcept;
   void Rotate(const Way& way, DWORD mask, INT advance, DWORD startTick) noexcept;

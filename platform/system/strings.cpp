@@ -38,6 +38,13 @@ int lstrlenW(LPCWSTR text) {
 }
 
 int lstrcmpiW(LPCWSTR a, LPCWSTR b) {
+  // Paths of one folder begin alike, and then only what differs needs its length.
+  if (a && b) {
+    const LPCWSTR start = a;
+    while (*a != 0 && *a == *b) ++a, ++b;
+    // Never between the halves of a surrogate pair.
+    if (a != start && (a[-1] & 0xFC00) == 0xD800) --a, --b;
+  }
   return phone::CompareFolded(ViewOf(a), ViewOf(b));
 }
 
