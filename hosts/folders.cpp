@@ -111,4 +111,12 @@ fs::path DefaultPhoneFolder() {
   return phone;
 }
 
+bool MakePhoneFolder(const fs::path& folder) {
+  std::error_code error;
+  if (fs::is_directory(folder, error)) return false;
+  fs::create_directories(folder, error);
+  if (error) throw std::runtime_error("the phone folder " + folder.string() + " cannot be made: " + error.message());
+  return true;
+}
+
 }  // namespace hosts

@@ -18,4 +18,8 @@ std::filesystem::path UserFolder(UserFolderKind kind);
 /// Throws std::runtime_error (std::filesystem::filesystem_error included) when it cannot be made.
 std::filesystem::path DefaultPhoneFolder();
 
+/// Makes an empty phone folder where there is none, as of a name that nobody has used, or has mistyped; true when it
+/// has. Throws std::runtime_error when it cannot.
+bool MakePhoneFolder(const std::filesystem::path& folder);
+
 }  // namespace hosts

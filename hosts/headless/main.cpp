@@ -4,6 +4,7 @@
 #include <exception>
 #include <iostream>
 
+#include "hosts/folders.h"
 #include "hosts/headless/command_line.h"
 #include "hosts/headless/scripted_host.h"
 #include "system/files.h"
@@ -32,6 +33,8 @@ void WithFiles(const phone::Options& options, const std::function<void()>& act) 
 
 int RunScript(const headless::CommandLine& command_line) {
   const phone::Options options = hosts::PhoneOptions(command_line.settings);
+  if (hosts::MakePhoneFolder(options.folder))
+    std::cerr << "quillmark-headless: the phone folder " << options.folder.string() << " is new and empty\n";
   headless::Script script(STDIN_FILENO);
   headless::ScriptedHost host(script, std::cout, command_line.tick);
   g_host = &host;

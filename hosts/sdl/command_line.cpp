@@ -34,12 +34,8 @@ bool TakePath(std::string_view value, std::filesystem::path& path) {
   return !value.empty();
 }
 
-/// One that is not there yet is made; what is something else cannot become one.
 bool TakePhone(std::string_view value, CommandLine& result) {
-  if (!TakePath(value, result.phone)) return false;
-  std::error_code ignored;
-  const std::filesystem::file_status status = std::filesystem::status(result.phone, ignored);
-  return !std::filesystem::exists(status) || std::filesystem::is_directory(status);
+  return TakePath(value, result.phone);
 }
 
 bool TakeScreen(std::string_view value, CommandLine& result) {

@@ -65,6 +65,7 @@ bool Controls::Take(const SDL_Event& event) {
 }
 
 void Controls::Opened() {
+  overlays_.Opened();
   if (state_.First()) overlays_.IntroduceKeys();
   Remember();
 }

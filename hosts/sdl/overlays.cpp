@@ -50,6 +50,11 @@ void Overlays::Notify(const std::string& text) {
   Draw();
 }
 
+void Overlays::Opened() {
+  window_.ShowNotice(LastNotice());
+  Draw();
+}
+
 void Overlays::ShowKeyMap() {
   key_map_ = true;
   key_map_end_.reset();

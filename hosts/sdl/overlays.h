@@ -23,6 +23,8 @@ class Overlays {
 
   /// Says something for some seconds, and on standard error.
   void Notify(const std::string& text);
+  /// The window has been opened: shows what was said before.
+  void Opened();
 
   void ShowKeyMap();
   /// The same for who has not asked for it: it goes by itself.

@@ -34,6 +34,8 @@ class SdlHost : public phone::Host {
   /// Lets a script play the phone first.
   void Play(std::unique_ptr<Replay> replay);
 
+  /// Says something to the person, as soon as there is a window.
+  void Notify(const std::string& text) { controls_.Notify(text); }
   /// Why there is no window, or no longer one; empty when there is one.
   const std::string& Failure() const { return failure_; }
 

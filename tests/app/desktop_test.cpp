@@ -46,9 +46,12 @@ TEST_F(AppTest, TheDesktopProgramEndsWhenToldToAndIsFoundByASecondStart) {
   EXPECT_EQ(AwaitEnd(first), 0);
 }
 
-TEST_F(AppTest, TheDesktopProgramRefusesOptionsItDoesNotKnow) {
+TEST_F(AppTest, TheDesktopProgramRefusesOptionsItDoesNotKnowAndFilesItCannotUse) {
   for (const Lines& options : {Lines{"--scale", "0"}, {"--scale"}, {"--screen", "wide"}, {"--nothing"}, {"more"}})
     EXPECT_EQ(ExitStatus(Desktop(folder, options)), 64) << options.front();
+  setenv("SDL_VIDEODRIVER", "dummy", 1);
+  for (const char* const option : {"--phone", "--replay", "--record"})
+    EXPECT_EQ(ExitStatus(Desktop(folder, {option, "/dev/null/none"})), 1) << option;
 }
 
 TEST_F(AppTest, ARecordingOfTheDesktopProgramIsPlayedToTheSameFrames) {
