@@ -1,6 +1,9 @@
 #include "hosts/sdl/keyboard.h"
 
+#include <unicode/uchar.h>
+
 #include <string>
+#include <vector>
 
 #include "system/text.h"
 
@@ -17,13 +20,45 @@ std::size_t UnitsOf(const std::u16string& text, int characters) {
   return units;
 }
 
+/// What a key types, as far as one can tell from the key alone: no sign that stands above another.
+std::string TextOn(const SDL_Keysym& key) {
+  constexpr SDL_Keycode end = 0x10000;  // beyond are keys that have no character
+  const bool types = key.sym >= SDLK_SPACE && key.sym < end && key.sym != SDLK_DELETE;
+  if (!types || (key.mod & (KMOD_CTRL | KMOD_ALT | KMOD_GUI | KMOD_MODE)) != 0) return {};
+  const bool shift = (key.mod & KMOD_SHIFT) != 0;
+  const UChar32 capital = u_toupper(key.sym);
+  if (shift && capital == key.sym) return {};
+  const bool capitals = shift != ((key.mod & KMOD_CAPS) != 0);
+  const UChar32 character = capitals ? capital : key.sym;
+  return phone::ToUtf8Lossy(std::u16string(1, static_cast<char16_t>(character)));
+}
+
+/// Keys that came while nothing was typed have no text with them. Those that still wait get theirs.
+void GiveTextToWaitingKeys() {
+  std::vector<SDL_Event> waiting;
+  for (SDL_Event event; SDL_PeepEvents(&event, 1, SDL_GETEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) == 1;)
+    waiting.push_back(event);
+  for (SDL_Event& event : waiting) {
+    SDL_PeepEvents(&event, 1, SDL_ADDEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT);
+    if (event.type != SDL_KEYDOWN) continue;
+    const std::string text = TextOn(event.key.keysym);
+    if (text.empty()) continue;
+    SDL_Event typed = {};
+    typed.type = SDL_TEXTINPUT;
+    text.copy(typed.text.text, sizeof typed.text.text - 1);
+    SDL_PeepEvents(&typed, 1, SDL_ADDEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT);
+  }
+}
+
 }  // namespace
 
 void Keyboard::SetTyping(bool typing) {
   if (typing == typing_) return;
   typing_ = typing;
   composition_ = {};
-  typing ? SDL_StartTextInput() : SDL_StopTextInput();
+  if (!typing) return SDL_StopTextInput();
+  SDL_StartTextInput();
+  GiveTextToWaitingKeys();
 }
 
 void Keyboard::PlaceCaret(const SDL_Rect& caret) {

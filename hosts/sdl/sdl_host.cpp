@@ -12,7 +12,7 @@ namespace sdl {
 namespace {
 
 constexpr char kNotOpened[] = "The page cannot be opened.";
-constexpr char kNoText[] = "There is no text on the clipboard.";
+constexpr char kNoText[] = "The clipboard has no text that can be pasted.";
 constexpr char kNotCopied[] = "The desktop does not take the text.";
 constexpr char kNotDuringReplay[] = "Files are taken when the replay has ended (Esc ends it).";
 constexpr char kReplayEnded[] = "The replay has ended; the keys are yours.";

@@ -81,7 +81,7 @@ TEST_F(DesktopTest, KeysAndClicksEditAndSaveALayoutAsTheScriptDoes) {
       {Act::key, "Up", {"key up"}},
       {Act::key, "Return", {"key action"}},
       {Act::key, "F1", {"softkey left"}},
-      {Act::type, "4", {"key 4"}},
+      {Act::type, "4Nine", {"key 4", "type Nine"}},
       {Act::key, "Control_L+a", {"key ctrl+a"}},
       {Act::type, "My desk", {"type My desk"}},
       {Act::key, "Shift_L+Home", {"key shift+home"}},
@@ -181,16 +181,23 @@ TEST_F(DesktopTest, WhatIsRecordedReplaysToTheSameScreen) {
   EXPECT_EQ(ReadPicture(shot), screen);
 }
 
+/// Puts something of a kind on the clipboard, and waits until it is there.
+void Copy(const std::string& content, const std::string& kind) {
+  const std::string clipboard = "xclip -selection clipboard -target ";
+  const std::string wait = "until " + clipboard + "TARGETS -out | grep -q " + kind + "; do sleep 0.1; done";
+  ASSERT_EQ(std::system(("printf '" + content + "' | " + clipboard + kind + " && " + wait).c_str()), 0);
+}
+
 TEST_F(DesktopTest, ATextFromTheDesktopsClipboardBecomesOneLine) {
   Start();
   scripted->Play(WayTo().at("Add to favorites"));
   for (const char* const key : {"Return", "F1", "3", "Control_L+a"}) display.Key(key);
-  ASSERT_EQ(std::system("printf 'two\\nlines' | xclip -selection clipboard"), 0);
+  Copy("two\\nlines", "UTF8_STRING");
   display.Key("Control_L+v");
   scripted->Play({"key ctrl+a", "type two lines"});
   EXPECT_TRUE(ShowTheSame());
   // What is no text is not pasted.
-  ASSERT_EQ(std::system("printf picture | xclip -selection clipboard -target image/png"), 0);
+  Copy("picture", "image/png");
   display.Key("Control_L+v");
   display.Type("!");
   scripted->Play({"key !"});
