@@ -4,6 +4,7 @@
 #include <pango/pangocairo.h>
 
 #include <algorithm>
+#include <future>
 #include <map>
 #include <string>
 #include <tuple>
@@ -15,13 +16,19 @@ namespace phone {
 namespace {
 
 // Added to the fonts of this machine: what stands in for the program's face, and one way of rendering, whatever the
-// desktop is set to, so that the phone's pictures are the same everywhere.
+// desktop is set to, so that the phone's pictures are the same everywhere. What stands in goes by the name of the face:
+// Pango looks for a font's metrics by its name, and would search all fonts once more for another one.
 constexpr char kFontRules[] = R"(<?xml version="1.0"?>
 <!DOCTYPE fontconfig SYSTEM "fonts.dtd">
 <fontconfig>
   <match target="pattern">
     <test name="family"><string>Verdana</string></test>
     <edit name="family" mode="append" binding="strong"><string>DejaVu Sans</string></edit>
+  </match>
+  <match target="font">
+    <test name="family"><string>DejaVu Sans</string></test>
+    <test name="family" target="pattern"><string>Verdana</string></test>
+    <edit name="family" mode="assign"><string>Verdana</string></edit>
   </match>
   <match target="font">
     <edit name="antialias" mode="assign"><bool>true</bool></edit>
@@ -98,9 +105,17 @@ Engine::Engine() {
 }
 
 /// Never released: Pango's own threads may still look for fonts when the process ends.
+Engine* g_engine = nullptr;
+
+/// The making of the engine, in a thread where there can be one. The process does not end in the middle of it.
+const std::shared_future<void>& MakingEngine() {
+  static const std::shared_future<void> making = std::async([] { g_engine = new Engine; });
+  return making;
+}
+
 Engine& TheEngine() {
-  static Engine* const engine = new Engine;
-  return *engine;
+  MakingEngine().get();
+  return *g_engine;
 }
 
 /// A line break, a tab: what is drawn as one blank.
@@ -142,6 +157,10 @@ Ref<Face> MakeFace(const FaceKey& key) {
 
 void DescriptionRelease::operator()(PangoFontDescription* description) const noexcept {
   pango_font_description_free(description);
+}
+
+void StartTextEngine() {
+  MakingEngine();
 }
 
 Ref<Face> FindFace(std::u16string_view name, int height, bool bold) {

@@ -1,6 +1,7 @@
 #include <filesystem>
 
 #include "graphics/imaging_factory.h"
+#include "graphics/text_engine.h"
 #include "graphics/trace.h"
 #include "imaging.h"
 #include "msxml2.h"
@@ -33,6 +34,7 @@ std::string InstanceName(const Options& options) {
 class Power {
  public:
   Power(Host& host, const Options& options) {
+    StartTextEngine();
     StartScheduler(host, options.free_threads);
     ResetOutside(host);
     ResetTrace();
