@@ -7,7 +7,7 @@ BUILD_PACKAGES := g++ cmake ninja-build pkg-config binutils-mingw-w64-x86-64 lib
   libpango1.0-dev libcairo2-dev libfontconfig-dev libpng-dev zlib1g-dev libxml2-dev libicu-dev nlohmann-json3-dev
 RUN_PACKAGES := fonts-dejavu-core fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji xdg-utils
 TEST_PACKAGES := libgtest-dev libx11-dev libxtst-dev xvfb xclip
-BENCH_PACKAGES := libbenchmark-dev
+BENCH_PACKAGES := libbenchmark-dev libx11-dev libxtst-dev xvfb
 FORMAT_PACKAGES := git clang-format
 LINT_PACKAGES := $(FORMAT_PACKAGES) clang-tidy
 ARTWORK_PACKAGES := librsvg2-bin netpbm icoutils fonts-dejavu-core

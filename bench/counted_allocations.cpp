@@ -1,3 +1,5 @@
+#include <bit>
+#include <cerrno>
 #include <cstddef>
 
 #include "support/counted_allocations.h"
@@ -22,6 +24,7 @@ extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* memory, std::size_t size);
+void* __libc_memalign(std::size_t alignment, std::size_t size);
 
 void* malloc(std::size_t size) {
   ++bench::allocations;
@@ -36,6 +39,23 @@ void* calloc(std::size_t count, std::size_t size) {
 void* realloc(void* memory, std::size_t size) {
   ++bench::allocations;
   return __libc_realloc(memory, size);
+}
+
+void* memalign(std::size_t alignment, std::size_t size) {
+  ++bench::allocations;
+  return __libc_memalign(alignment, size);
+}
+
+void* aligned_alloc(std::size_t alignment, std::size_t size) {
+  return memalign(alignment, size);
+}
+
+int posix_memalign(void** memory, std::size_t alignment, std::size_t size) {
+  if (!std::has_single_bit(alignment) || alignment % sizeof(void*) != 0) return EINVAL;
+  void* const allocated = memalign(alignment, size);
+  if (!allocated) return ENOMEM;
+  *memory = allocated;
+  return 0;
 }
 
 }  // extern "C"

@@ -4,8 +4,14 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <fstream>
 #include <mutex>
+#include <stdexcept>
+#include <string>
+#include <thread>
 
+#include "desktop/desktop_phone.h"
+#include "desktop/display.h"
 #include "hosts/program.h"
 #include "phone.h"
 #include "support/compare.h"
@@ -18,6 +24,7 @@ namespace {
 using namespace bench;
 
 constexpr int kThemes = 20;
+constexpr auto kRest = std::chrono::seconds(2);
 
 const Phone& ThePhone() {
   static const Phone* const phone = [] {
@@ -70,7 +77,6 @@ class RealTimeHost final : public BenchHost {
   }
   void WaitForInput(bool waiting_for_frame) override {
     if (waiting_for_frame || phone::LetThreadsRun()) return;
-    constexpr auto kRest = std::chrono::seconds(2);
     std::unique_lock lock(mutex_);
     wakes = 0;
     const long before = ContextSwitches();
@@ -104,9 +110,48 @@ void WakeUps(benchmark::State& state) {
   }
 }
 
+/// How often the threads of another process have gone to sleep.
+long Sleeps(pid_t process) {
+  constexpr char kField[] = "voluntary_ctxt_switches:";
+  long sleeps = 0;
+  for (const auto& thread : std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/task")) {
+    std::ifstream status(thread.path() / "status");
+    for (std::string field; status >> field;)
+      if (long count = 0; field == kField && status >> count) sleeps += count;
+  }
+  return sleeps;
+}
+
+/// The desktop program in a real window, with all the threads that its libraries have.
+void WindowWakeUps(benchmark::State& state) {
+  const TemporaryFolder home;
+  WriteFile(home.path / "state" / "quillmark" / "window", "");  // not the first start: nothing goes by itself
+  PhoneFolder folder;
+  for (int theme = 0; theme < kThemes; ++theme) {
+    const std::string name = std::to_string(theme);
+    folder.AddLayout(name, Title(theme, 8), {"clock"});
+  }
+  TestDisplay display;
+  for (auto _ : state) {
+    const DesktopPhone phone(display, folder, home.path);
+    constexpr int kMostPauses = 30;
+    int pauses = 0;
+    const auto slept_in = [&phone](auto pause) {
+      const long before = Sleeps(phone.process());
+      std::this_thread::sleep_for(pause);
+      return Sleeps(phone.process()) - before;
+    };
+    while (slept_in(std::chrono::seconds(1)) > 0)
+      if (++pauses == kMostPauses) throw std::runtime_error("the window does not come to rest");
+    state.SetIterationTime(std::chrono::duration<double>(kRest).count());
+    Report(state, static_cast<double>(slept_in(kRest)), 0);
+  }
+}
+
 [[maybe_unused]] const bool registered = [] {
   AddRow("allocations in 100 frames at rest", 100, Allocations);
   AddRow("wake-ups of an idle phone in 2 seconds", 1, WakeUps);
+  AddRow("wake-ups of an idle window in 2 seconds", 1, WindowWakeUps);
   return true;
 }();
 

@@ -19,6 +19,7 @@ class DesktopPhone {
   DesktopPhone(const DesktopPhone&) = delete;
   DesktopPhone& operator=(const DesktopPhone&) = delete;
 
+  pid_t process() const { return process_; }
   unsigned long window() const { return window_; }
   /// Waits until the window shows the picture, each of its pixels as a square, in the middle of what is dark. False
   /// when it does not come to that.
