@@ -161,12 +161,13 @@ void MeasureText(benchmark::State& state, LPCWSTR text) {
     visual.Draw(canvas.dc.get());
 
     phone::Face* const face = phone::FindContext(canvas.dc.get())->font->face();
-    const int width = phone::CachedLine(*face, text).width;
+    const phone::Line& line = phone::CachedLine(*face, text);
+    const int width = line.width;
     const int height = face->line_height;
+    // The ink of the line itself: how much of a mask is empty decides what it costs.
     const Image mask(pixman_image_create_bits(PIXMAN_a8, width, height, nullptr, 0));
-    auto* const bits = reinterpret_cast<unsigned char*>(pixman_image_get_data(mask.get()));
-    const int stride = pixman_image_get_stride(mask.get());
-    for (int i = 0; i < stride * height; ++i) bits[i] = static_cast<unsigned char>(i % 5 == 0 ? 160 : 0);
+    pixman_image_composite32(PIXMAN_OP_SRC, line.mask.get(), nullptr, mask.get(), 0, 0, 0, 0,
+                             static_cast<int>(line.ink.x), face->ascent + static_cast<int>(line.ink.y), width, height);
     const pixman_color_t white = {0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF};
     const Image color(pixman_image_create_solid_fill(&white));
     const auto bare = [&] {

@@ -62,6 +62,18 @@ class RecordRing {
     }
     last->next = first_;
   }
+  RecordRing(const RecordRing&) = delete;
+  RecordRing& operator=(const RecordRing&) = delete;
+  ~RecordRing() {
+    const Row* row = first_;
+    do {
+      const Row* const next = row->next;
+      delete row->group->text;
+      delete row->group;
+      delete row;
+      row = next;
+    } while (row != first_);
+  }
 
   void operator()() const {
     int sum = 0;

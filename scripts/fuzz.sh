@@ -11,15 +11,18 @@ cd "$(dirname "$0")/.."
 build=$1
 shift
 most=0 quiet=0 # seconds of processor time; 0: one slice
+slice=60       # seconds
 if [ "${1:-}" = --until-quiet ]; then
-  most=1800 quiet=600
+  # Every slice begins with all that was gathered; longer ones spend less of their time on that.
+  most=1800 quiet=600 slice=300
   shift
 fi
-slice=60 # seconds
 
 # Folders in memory: the phone flushes what it writes.
 scratch=$(mktemp -d -p /dev/shm 2>/dev/null || mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
+# The fuzzers go with the script, before their folder does.
+trap 'trap - TERM; kill 0' TERM
 export TMPDIR=$scratch
 export UBSAN_OPTIONS=print_stacktrace=1 ASAN_OPTIONS=quarantine_size_mb=32
 
@@ -51,11 +54,16 @@ fuzz() {
     if [ "${now:-0}" -gt "$edges" ]; then edges=$now last=$used; fi
     [ "$status" -eq 0 ] && [ "$used" -lt "$most" ] && [ $((used - last)) -lt "$quiet" ] || break
   done
-  printf '%-10s %9d runs %5d of %d edges %5d inputs %5d s of processor time' "$name" "$runs" "$edges" "${all:-0}" \
+  printf '%-13s %9d runs %5d of %d edges %5d inputs %5d s of processor time' "$name" "$runs" "$edges" "${all:-0}" \
     "$(find "$build/gathered/$name" -type f | wc -l)" "$used"
   [ "$most" -eq 0 ] || printf ', the last new edge within %d s' "$last"
   printf '\n'
   [ "$status" -eq 0 ] && return 0
+  if ! grep -q 'Test unit written to' "$log"; then
+    echo "$name has ended with status $status. The end of $log:"
+    tail -n 20 "$log"
+    return 1
+  fi
   echo "$name has found something. The end of $log:"
   grep -aE 'does not hold|ERROR:|runtime error|SUMMARY' "$log" || tail -n 20 "$log"
   sed -n 's/.*Test unit written to \(.*\)/To see it again: '"${build//\//\\/}\/replay\/fuzz_$name"' \1/p' "$log"
@@ -67,4 +75,5 @@ export build most quiet slice
 export -f run_slice fuzz
 [ $# -gt 0 ] || set -- $(find "$build/replay" -maxdepth 1 -name 'fuzz_*' -type f -executable -printf '%f\n' |
   sed s/fuzz_// | sort)
-printf '%s\n' "$@" | xargs -P "$(nproc)" -I NAME bash -c 'set -uo pipefail; fuzz NAME'
+printf '%s\n' "$@" | xargs -P "$(nproc)" -I NAME bash -c 'set -uo pipefail; fuzz NAME' &
+wait $!

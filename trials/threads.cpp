@@ -161,13 +161,20 @@ class SecondStarts {
  private:
   void Start(const std::string& path) {
     while (!done_) {
-      const pid_t process = StartProgram({HEADLESS_PROGRAM, "--phone", path}, [](auto* actions) {
-        Silence(actions, STDIN_FILENO);
-        Silence(actions, STDOUT_FILENO);
-      });
       ++starts_;
-      if (AwaitEnd(process) != 0) ++failures_;
+      if (!EndsWell(path)) ++failures_;
       std::this_thread::sleep_for(kBetweenStarts);
+    }
+  }
+
+  static bool EndsWell(const std::string& path) {
+    try {
+      return AwaitEnd(StartProgram({HEADLESS_PROGRAM, "--phone", path}, [](auto* actions) {
+               Silence(actions, STDIN_FILENO);
+               Silence(actions, STDOUT_FILENO);
+             })) == 0;
+    } catch (const std::exception&) {
+      return false;
     }
   }
 

@@ -68,8 +68,8 @@ int RunPhone(const sdl::CommandLine& command_line) {
   const phone::Options options = PhoneOptions(command_line, wanted.screen);
   std::unique_ptr<sdl::Replay> replay;
   if (!command_line.replay.empty()) replay = std::make_unique<sdl::Replay>(command_line.replay);
-  const bool new_phone = hosts::MakePhoneFolder(options.folder);
   const Video video;
+  const bool new_phone = hosts::MakePhoneFolder(options.folder);
   sdl::SdlHost host(wanted, state);
   if (new_phone) host.Notify("The phone folder " + options.folder.string() + " is new and empty.");
   if (replay) host.Play(std::move(replay));

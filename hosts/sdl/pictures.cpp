@@ -53,7 +53,9 @@ std::string LocalTime() {
 /// A new file under the name, or under the name with a number; nothing is ever overwritten.
 phone::UniqueFd CreateFile(const fs::path& folder, const std::string& name, fs::path& file) {
   for (int number = 1;; ++number) {
-    file = folder / (name + (number > 1 ? "-" + std::to_string(number) : "") + ".png");
+    std::string numbered = name;
+    if (number > 1) numbered.append("-").append(std::to_string(number));
+    file = folder / (numbered + ".png");
     phone::UniqueFd created(open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
     if (created || errno != EEXIST) return created;
   }

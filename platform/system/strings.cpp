@@ -1,5 +1,7 @@
 /// \file
 /// Text and arithmetic of winbase.h, bounded copies of strsafe.h.
+#include <unicode/utf16.h>
+
 #include <string_view>
 
 #include "strsafe.h"
@@ -43,7 +45,7 @@ int lstrcmpiW(LPCWSTR a, LPCWSTR b) {
     const LPCWSTR start = a;
     while (*a != 0 && *a == *b) ++a, ++b;
     // Never between the halves of a surrogate pair.
-    if (a != start && (a[-1] & 0xFC00) == 0xD800) --a, --b;
+    if (a != start && U16_IS_LEAD(a[-1])) --a, --b;
   }
   return phone::CompareFolded(ViewOf(a), ViewOf(b));
 }

@@ -34,12 +34,13 @@ std::string InstanceName(const Options& options) {
 class Power {
  public:
   Power(Host& host, const Options& options) {
-    StartTextEngine();
     StartScheduler(host, options.free_threads);
     ResetOutside(host);
     ResetTrace();
     ResetCursor();
     const bool claimed = ClaimInstance(InstanceName(options));
+    // A second start draws nothing.
+    if (claimed) StartTextEngine();
     try {
       MountFiles(options.folder, options.program_data, options.module);
       if (claimed) RemoveStrayFiles();

@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -34,9 +35,11 @@ inline void Silence(posix_spawn_file_actions_t* actions, int descriptor) {
   posix_spawn_file_actions_addopen(actions, descriptor, "/dev/null", O_RDWR, 0);
 }
 
-/// Waits for a program to end, and gives its exit status; 128 and more for a signal.
+/// Waits for a program to end, and gives its exit status; 128 and more for a signal. Throws when there is no such
+/// program.
 inline int AwaitEnd(pid_t process) {
   int status = 0;
-  waitpid(process, &status, 0);
+  while (waitpid(process, &status, 0) < 0)
+    if (errno != EINTR) throw std::runtime_error("there is no program to wait for");
   return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
