@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "base/gdi_owner.h"
-#include "base/status.h"
 #include "graphics/context.h"
 #include "graphics/face.h"
 #include "support/compare.h"
@@ -120,7 +119,7 @@ void MeasureDrawing(benchmark::State& state, const Drawing& drawing) {
     const std::u16string path = std::u16string(u"\\Program Files\\Quillmark\\GFX\\") + drawing.picture + u".png";
     if (FAILED(picture.Load(path.c_str()))) return state.SkipWithError("the picture does not load");
     picture.SetSize(drawing.height, drawing.width);
-    Unexamined(picture.Draw(canvas.dc.get(), VALUE_ABSOLUTE));
+    Must(picture.Draw(canvas.dc.get(), VALUE_ABSOLUTE));
 
     const BITMAP& from = picture.bitmapInfo;
     const bool blends = drawing.call == Call::blend;

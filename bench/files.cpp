@@ -5,12 +5,12 @@
 #include <libxml/tree.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "base/status.h"
 #include "support/compare.h"
 #include "support/counted_calls.h"
 #include "support/layouts.h"
@@ -71,7 +71,7 @@ void Catalog(benchmark::State& state) {
       tree_times.Add(Time([&] { trees = ReadTrees(); }));
       trees.clear();
       Settle();
-      const double time = Time([&] { Unexamined(LoadThemeCatalog(kFolder, themes)); });
+      const double time = Time([&] { Must(LoadThemeCatalog(kFolder, themes)); });
       ClearRing(themes);
       catalog_times.Add(time);
       state.SetIterationTime(time);
@@ -91,7 +91,7 @@ void CatalogMemory(benchmark::State& state) {
       trees.clear();
       trees.shrink_to_fit();
       const double between = Memory();
-      state.SetIterationTime(Time([&] { Unexamined(LoadThemeCatalog(kFolder, themes)); }));
+      state.SetIterationTime(Time([&] { Must(LoadThemeCatalog(kFolder, themes)); }));
       ratio = (Memory() - between) / in_trees;
       ClearRing(themes);
     }
@@ -102,15 +102,15 @@ void CatalogMemory(benchmark::State& state) {
 /// A theme open in the editor.
 struct OpenTheme {
   explicit OpenTheme(Program& program) : controller(program.controller()) {
-    Unexamined(LoadThemeCatalog(TEXT("\\Large"), controller.themeRecords));
-    Unexamined(controller.BuildThemeList(program.window()));
-    Unexamined(ReadThemePlugins(*controller.themeRecords, controller.pluginRecords));
-    Unexamined(controller.BuildPluginList(program.window()));
+    Must(LoadThemeCatalog(TEXT("\\Large"), controller.themeRecords));
+    Must(controller.BuildThemeList(program.window()));
+    Must(ReadThemePlugins(*controller.themeRecords, controller.pluginRecords));
+    Must(controller.BuildPluginList(program.window()));
   }
 
   void Save() const {
-    Unexamined(WriteThemeFile(controller.themeRecords->document.get(), TEXT("Large"),
-                              TEXT("\\Large\\Home\\Copy.home.xml"), controller.pluginList.get()));
+    Must(WriteThemeFile(controller.themeRecords->document.get(), TEXT("Large"), TEXT("\\Large\\Home\\Copy.home.xml"),
+                        controller.pluginList.get()));
   }
 
   CAppController& controller;
@@ -174,7 +174,11 @@ void WritingCalls(benchmark::State& state) {
     state.counters["writes"] = calls.writes;
     state.counters["flushes"] = calls.flushes;
     state.counters["renames"] = calls.renames;
-    Report(state, static_cast<double>(calls.Sum()) / bare_calls.Sum(), 1);
+    const auto ratio = [](int ours, int theirs) { return static_cast<double>(ours) / theirs; };
+    Report(state,
+           std::max({ratio(calls.writes, bare_calls.writes), ratio(calls.flushes, bare_calls.flushes),
+                     ratio(calls.renames, bare_calls.renames)}),
+           1);
   });
 }
 

@@ -82,11 +82,11 @@ void DropPlugins(Program& program) {
 void HavePlugins(Program& program, int count) {
   CAppController& controller = program.controller();
   const std::u16string folder = Plugins(count);
-  Unexamined(LoadThemeCatalog(folder.c_str(), controller.themeRecords));
-  Unexamined(ReadThemePlugins(*controller.themeRecords, controller.pluginRecords));
-  Unexamined(controller.BuildPluginList(program.window()));
-  Unexamined(WriteThemeFile(controller.themeRecords->document.get(), TEXT("Saved"), (folder + u"\\Saved.xml").c_str(),
-                            controller.pluginList.get()));
+  Must(LoadThemeCatalog(folder.c_str(), controller.themeRecords));
+  Must(ReadThemePlugins(*controller.themeRecords, controller.pluginRecords));
+  Must(controller.BuildPluginList(program.window()));
+  Must(WriteThemeFile(controller.themeRecords->document.get(), TEXT("Saved"), (folder + u"\\Saved.xml").c_str(),
+                      controller.pluginList.get()));
 }
 
 void DropFavorites(Program& program) {
@@ -96,8 +96,8 @@ void DropFavorites(Program& program) {
 
 void HaveFavorites(Program& program, int count) {
   CAppController& controller = program.controller();
-  Unexamined(LoadFavorites(Favorites(count).c_str(), controller.favoriteRecords));
-  Unexamined(controller.BuildFavoriteList(program.window()));
+  Must(LoadFavorites(Favorites(count).c_str(), controller.favoriteRecords));
+  Must(controller.BuildFavoriteList(program.window()));
 }
 
 constexpr Kind kKinds[] = {{"themes", HaveThemes, DropThemes},
@@ -170,7 +170,7 @@ void ThemeMemory(benchmark::State& state) {
       const double between = Memory();
       int number = 0;
       for (const ThemeRecord& theme : RingRange(program.controller().themeRecords))
-        Unexamined(LoadXmlFile(theme.path, loaded[number++]));
+        Must(LoadXmlFile(theme.path, loaded[number++]));
       documents = Memory() - between;
     }
     Report(state, (themes - documents) / kThemes / kRecords, 1.3);

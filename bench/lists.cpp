@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "animation/script.h"
-#include "base/status.h"
 #include "phone.h"
 #include "support/compare.h"
 #include "support/layouts.h"
@@ -75,7 +74,7 @@ void BuildingTheList(benchmark::State& state) {
     const auto build = [&](const ThemeRecord& in_use) {
       UseTheme(in_use);
       controller.themeList.reset();
-      return Time([&] { Unexamined(controller.BuildThemeList(program.window())); });
+      return Time([&] { Must(controller.BuildThemeList(program.window())); });
     };
     Samples with_last;
     Samples with_first;

@@ -9,8 +9,6 @@ struct FileCalls {
   int writes = 0;
   int flushes = 0;
   int renames = 0;
-
-  int Sum() const { return writes + flushes + renames; }
 };
 
 /// Counts anew; gives what was counted since the last time.

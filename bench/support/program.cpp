@@ -2,11 +2,10 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
+#include <stdexcept>
 #include <utility>
 
 #include "app/main_window.h"
-#include "base/status.h"
 #include "graphics/trace.h"
 #include "hosts/program.h"
 #include "themes/catalog.h"
@@ -28,6 +27,10 @@ void RunBody(const std::function<void()>& body) {
 
 }  // namespace
 
+void Must(HRESULT status) {
+  if (FAILED(status)) throw std::runtime_error("a step that has to succeed has failed");
+}
+
 void BenchHost::WaitForInput(bool) {
   resting = true;
   if (!body) return;
@@ -45,8 +48,8 @@ HWND Program::window() {
 
 void Program::ShowThemes(LPCWSTR application_data) {
   controller().themeList.reset();
-  Unexamined(LoadThemeCatalog(application_data, controller().themeRecords));
-  Unexamined(controller().BuildThemeList(window()));
+  Must(LoadThemeCatalog(application_data, controller().themeRecords));
+  Must(controller().BuildThemeList(window()));
 }
 
 void Program::Settle() {

@@ -33,6 +33,9 @@ class BenchHost : public phone::Host {
   bool OpenDocument(const std::string&, const std::string&) override { return false; }
 };
 
+/// For a step that has to succeed: one that fails would look quick. Throws.
+void Must(HRESULT status);
+
 /// What a measurement does with the program.
 class Program {
  public:
