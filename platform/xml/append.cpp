@@ -48,11 +48,10 @@ bool MayStand(const xmlNode* parent, const xmlNode* child) noexcept {
 
 }  // namespace
 
-bool Append(const TreeRef& parent_tree, xmlNode* parent, const TreeRef& child_tree, xmlNode* child) {
+bool Append(const TreeRef& target, xmlNode* parent, const TreeRef& child_tree, xmlNode* child) {
   if (!MayStand(parent, child)) return false;
   // The child's own tree may be let go with its last object, while its strings still lie there.
   const TreeRef source = child_tree;
-  const TreeRef target = parent_tree;
   xmlDoc* const document = target->document();
   ++source->changes;
   ++target->changes;

@@ -59,14 +59,14 @@ void OnStartTag(void* user, const xmlChar* name, const xmlChar* prefix, const xm
     xmlSAX2StartElementNs(context, name, prefix, address, declared, declarations, attributes, defaulted, values);
 }
 
-/// Counts the quoted values, and the bars outside of them, up to the end of a tag: no "<" can stand in one.
+/// Counts the quoted values, and the bars outside of them, up to the end of a tag, which ends before the next "<".
 std::size_t CountParts(std::string_view tag) noexcept {
   constexpr char kNone = 0;
   if (tag.starts_with("!-") || tag.starts_with("![") || tag.starts_with('?')) return 0;
   std::size_t parts = 0;
   char quote = kNone;
   for (const char c : tag) {
-    if (c == '<' || (c == '>' && quote == kNone)) break;
+    if (c == '>' && quote == kNone) break;
     if (quote != kNone) {
       if (c == quote) quote = kNone;
     } else if (c == '"' || c == '\'') {
@@ -83,8 +83,13 @@ std::size_t CountParts(std::string_view tag) noexcept {
 
 bool IsCrowded(std::string_view text) noexcept {
   // Tags inside of comments count as well: in an entity, what looks like the start of a comment is none.
-  for (std::size_t at = text.find('<'); at != text.npos; at = text.find('<', at + 1))
-    if (CountParts(text.substr(at + 1)) > kMaxParts) return true;
+  for (std::size_t at = text.find('<'); at != text.npos;) {
+    const std::size_t next = text.find('<', at + 1);
+    const std::string_view tag = text.substr(at + 1, next - at - 1);
+    // Nearly every tag is too short to hold that many.
+    if (tag.size() > kMaxParts && CountParts(tag) > kMaxParts) return true;
+    at = next;
+  }
   return false;
 }
 

@@ -88,9 +88,10 @@ bool HasSettableText(const xmlNode* node) noexcept {
 }
 
 IXMLDOMNode* MakeCopy(const TreeRef& tree, xmlNode* node, bool deep) {
-  const TreeRef own = OwnSubtree(tree, CopyNode(node, deep));
+  TreeRef own = OwnSubtree(tree, CopyNode(node, deep));
   if (node->type == XML_DTD_NODE) own->internal_subset = tree->internal_subset;
-  return ObjectFor(own, own->root());
+  xmlNode* const root = own->root();
+  return new Node(std::move(own), root);
 }
 
 }  // namespace
