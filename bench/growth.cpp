@@ -25,7 +25,7 @@ constexpr int kOne = 1;
 constexpr int kFew = 100;
 constexpr int kCounts[] = {kFew, 1'000, 10'000};
 constexpr int kMostRepeats = 10;
-constexpr double kTimeBound = 1.5;
+constexpr double kTimeBound = 2;
 constexpr double kMemoryBound = 1.1;
 
 /// Folder names of the phone, by what they hold.
