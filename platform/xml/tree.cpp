@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "xml/namespaces.h"
 #include "xml/node.h"
 #include "xml/walk.h"
 
@@ -119,6 +120,8 @@ void Discard(const TreeRef& tree, xmlNode* root) {
     xmlUnlinkNode(root);
     return xmlFreeNode(root);
   }
+  // What it was declared in may be gone before it is.
+  DeclareInherited(root);
   const TreeRef own = std::make_shared<Tree>(Tree::Context(tree), root);
   xmlUnlinkNode(root);
   ForEachNode(root, [&own](xmlNode* node) {
