@@ -1,7 +1,5 @@
 /// \file
 /// Text and arithmetic of winbase.h, bounded copies of strsafe.h.
-#include <unicode/utf16.h>
-
 #include <string_view>
 
 #include "strsafe.h"
@@ -40,14 +38,7 @@ int lstrlenW(LPCWSTR text) {
 }
 
 int lstrcmpiW(LPCWSTR a, LPCWSTR b) {
-  // Paths of one folder begin alike, and then only what differs needs its length.
-  if (a && b) {
-    const LPCWSTR start = a;
-    while (*a != 0 && *a == *b) ++a, ++b;
-    // Never between the halves of a surrogate pair.
-    if (a != start && U16_IS_LEAD(a[-1])) --a, --b;
-  }
-  return phone::CompareFolded(ViewOf(a), ViewOf(b));
+  return phone::CompareFoldedText(a ? a : u"", b ? b : u"");
 }
 
 HRESULT StringCchCopyW(LPWSTR destination, std::size_t size, LPCWSTR source) {

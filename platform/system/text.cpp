@@ -35,12 +35,22 @@ std::uint32_t Rank(UChar32 character) noexcept {
   return static_cast<std::uint32_t>(U16_LEAD(character)) << 16 | static_cast<std::uint32_t>(U16_TRAIL(character));
 }
 
-/// Where two texts begin to differ, but never between the halves of a pair.
+/// That many code units of a text, but for the first half of a pair at their end.
+std::size_t WithoutHalfPair(const char16_t* text, std::size_t length) noexcept {
+  return length > 0 && U16_IS_LEAD(text[length - 1]) ? length - 1 : length;
+}
+
 std::size_t CommonLength(std::u16string_view a, std::u16string_view b) noexcept {
   const std::size_t shorter = std::min(a.size(), b.size());
   std::size_t length = 0;
   while (length < shorter && a[length] == b[length]) ++length;
-  return length > 0 && U16_IS_LEAD(a[length - 1]) ? length - 1 : length;
+  return WithoutHalfPair(a.data(), length);
+}
+
+std::size_t CommonLength(const char16_t* a, const char16_t* b) noexcept {
+  std::size_t length = 0;
+  while (a[length] != 0 && a[length] == b[length]) ++length;
+  return WithoutHalfPair(a, length);
 }
 
 }  // namespace
@@ -108,6 +118,11 @@ int CompareFolded(std::u16string_view a, std::u16string_view b) noexcept {
     if (rank_a != rank_b) return rank_a < rank_b ? -1 : 1;
   }
   return static_cast<int>(at_a < a.size()) - static_cast<int>(at_b < b.size());
+}
+
+int CompareFoldedText(const char16_t* a, const char16_t* b) noexcept {
+  const std::size_t common = CommonLength(a, b);
+  return CompareFolded(a + common, b + common);
 }
 
 std::size_t CutLength(std::u16string_view text, std::size_t limit) noexcept {

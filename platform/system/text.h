@@ -18,6 +18,8 @@ std::string ToUtf8Lossy(std::u16string_view utf16);
 std::u16string FoldCase(std::u16string_view text);
 /// Negative, zero or positive, without regard to case. No allocation.
 int CompareFolded(std::u16string_view a, std::u16string_view b) noexcept;
+/// The same of texts that end with a zero: where they begin alike, only what differs is measured.
+int CompareFoldedText(const char16_t* a, const char16_t* b) noexcept;
 
 /// The length of the longest prefix of at most `limit` code units that does not end inside a surrogate pair.
 std::size_t CutLength(std::u16string_view text, std::size_t limit) noexcept;
