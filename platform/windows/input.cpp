@@ -34,7 +34,8 @@ void Press(UINT key) {
   InputQueue& input = desktop.input;
   const bool repeated = input.held[key];
   input.held.set(key);
-  const bool kept = !desktop.foreground || PressInModal(key, repeated);
+  // What was kept stays kept until it goes up, though what kept it may be closed by now.
+  const bool kept = !desktop.foreground || PressInModal(key, repeated) || (repeated && input.kept[key]);
   input.kept.set(key, kept);
   if (kept || PressInShell(key, repeated)) return;
   if (desktop.focus != nullptr) PostToWindow(desktop.focus, WM_KEYDOWN, key, kPressed);

@@ -38,6 +38,7 @@ struct InputQueue {
   std::deque<Input> waiting;
   std::bitset<kKeyCodes> held;  ///< keys that are down
   std::bitset<kKeyCodes> kept;  ///< keys whose press the phone kept for itself, so that it keeps the release too
+  HWND back_bar = nullptr;      ///< the soft-key bar that had the press of the Back key; null for none
   KeyModifiers modifiers;       ///< of the input handled last
   HWND dragged = nullptr;       ///< the field in which the pointer was pressed last; null for none
 };

@@ -15,7 +15,19 @@ void PressSoftKey(const Window& bar, bool on_right) {
   if (key.opens_menu) OpenMenu(bar, key, on_right);
 }
 
-void HandleBack(bool released) {
+/// Pressed on one screen and held or released on the next, the key does nothing there.
+bool BackBelongsHere(bool released, bool repeated) {
+  const Window* bar = TheDesktop().windows.VisibleBar();
+  const HWND here = bar != nullptr ? bar->handle : nullptr;
+  HWND& pressed_on = TheDesktop().input.back_bar;
+  if (!released && !repeated) pressed_on = here;
+  const bool belongs = pressed_on == nullptr || pressed_on == here;
+  if (released) pressed_on = nullptr;
+  return belongs;
+}
+
+void HandleBack(bool released, bool repeated) {
+  if (!BackBelongsHere(released, repeated)) return;
   const Window* bar = TheDesktop().windows.VisibleBar();
   const WORD flags = bar != nullptr ? bar->bar->back_flags : 0;
   if ((flags & SHMBOF_NOTIFY) != 0) PostToWindow(bar->owner, WM_HOTKEY, 0, HotKeyParameter(VK_TBACK, released));
@@ -26,7 +38,7 @@ void HandleBack(bool released) {
 
 bool PressInShell(UINT key, bool repeated) {
   if (key == VK_TBACK) {
-    HandleBack(false);
+    HandleBack(/*released=*/false, repeated);
     return true;
   }
   if (key != VK_TSOFT1 && key != VK_TSOFT2) return false;
@@ -36,7 +48,7 @@ bool PressInShell(UINT key, bool repeated) {
 }
 
 bool ReleaseInShell(UINT key) {
-  if (key == VK_TBACK) HandleBack(true);
+  if (key == VK_TBACK) HandleBack(/*released=*/true, /*repeated=*/false);
   return key == VK_TBACK || key == VK_TSOFT1 || key == VK_TSOFT2;
 }
 

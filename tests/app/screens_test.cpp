@@ -17,6 +17,9 @@ TEST_F(AppTest, KeysAndCommandsLeadFromScreenToScreen) {
       {"Select Plugins", {"softkey right"}, "Select Theme"},
       {"Select Plugins", {"key back"}, "Select Theme"},
       {"Select Plugins", {"keydown back"}, "Select Plugins"},
+      // Held for too long, a key still belongs to the menu that it has closed, or to the screen that it was pressed on.
+      {"Select Plugins", {"softkey left", "keydown back", "keydown back", "keyup back"}, "Select Plugins"},
+      {"Save Theme", {"keydown back", "softkey right", "keydown back", "keyup back"}, "Select Plugins"},
       {"Select Plugins", {"key action"}, "Select Plugins"},
       {"Select Plugins", {"command 40003"}, "Choose Plugin"},
       {"Select Plugins", {"command 40005"}, "Add to favorites"},
