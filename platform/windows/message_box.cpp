@@ -31,19 +31,32 @@ void AnswerFrom(std::size_t index) {
     if (!boxes[i]->answer) boxes[i]->answer = boxes[i]->buttons.back().answer;
 }
 
+/// A message box while it is on the screen, whatever is thrown meanwhile.
+class OpenBox {
+ public:
+  explicit OpenBox(MessageBox& box) : box_(&box) {
+    CloseMenu();
+    TheDesktop().boxes.push_back(&box);
+    HoldFocus();
+    MarkAllStale();
+  }
+  OpenBox(OpenBox&&) = delete;
+  ~OpenBox() {
+    std::erase(TheDesktop().boxes, box_);
+    MarkAllStale();
+    ReleaseHeldFocus();
+  }
+
+ private:
+  MessageBox* box_;
+};
+
 int Ask(MessageBox& box) {
-  Desktop& desktop = TheDesktop();
-  CloseMenu();
-  desktop.boxes.push_back(&box);
-  HoldFocus();
-  MarkAllStale();
+  const OpenBox open(box);
   while (!box.answer) {
     TurnInBox();
-    if (desktop.quit) AnswerFrom(0);
+    if (TheDesktop().quit) AnswerFrom(0);
   }
-  std::erase(desktop.boxes, &box);
-  MarkAllStale();
-  ReleaseHeldFocus();
   return *box.answer;
 }
 

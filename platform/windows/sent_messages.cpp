@@ -77,7 +77,9 @@ void HandleSentMessages() {
     SentMessage* message = sent.waiting.front();
     sent.waiting.pop_front();
     lock.unlock();
-    const LRESULT result = SendAnywhere(message->window, message->message, message->wparam, message->lparam);
+    // Whoever has sent it waits for an answer, whatever is thrown.
+    const LRESULT result = Guarded<LRESULT>(
+        0, [&] { return SendAnywhere(message->window, message->message, message->wparam, message->lparam); });
     lock.lock();
     message->result = result;
     message->handled = true;
