@@ -3,6 +3,7 @@
 #include <shlobj.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <new>
 
 #include "base/paths.h"
@@ -16,6 +17,8 @@ constexpr LPCWSTR FAVORITE_FILES = TEXT("*.plg");
 
 /// Code units that are read first; the room grows only as the file delivers.
 constexpr std::size_t FIRST_READ = 4096;
+/// Code units of the longest text that is read: as much as the phone's largest file holds.
+constexpr std::size_t LONGEST_TEXT = std::size_t{1} << 25;
 
 struct CloseStream {
   void operator()(FILE* stream) const noexcept { [[maybe_unused]] const int ignored = fclose(stream); }
@@ -47,7 +50,7 @@ bool Grow(OwnedText& text, std::size_t& room, std::size_t count) noexcept {
 /// Reads `count` code units that end in a zero. A count that the file cannot hold allocates no more than about twice
 /// what the file holds.
 HRESULT ReadText(FILE* stream, std::size_t count, OwnedText& text) noexcept {
-  if (count == 0) return E_FAIL;
+  if (count == 0 || count > LONGEST_TEXT) return E_FAIL;
   std::size_t room = 0;
   while (room < count) {
     const std::size_t filled = room;

@@ -21,7 +21,8 @@ namespace {
 
 constexpr std::u16string_view kExtension = u".home.xml";
 constexpr std::u16string_view kHome = u"\\Application Data\\Home";
-constexpr char kRoot[] = "home";
+constexpr std::u16string_view kRoot = u"home";
+constexpr std::size_t kLongestPath = 255;  // code units that the program has room for
 
 std::u16string PhonePathOf(std::u16string_view name) {
   return std::u16string(kHome) + u'\\' + std::u16string(name);
@@ -62,7 +63,9 @@ bool PhoneReads(const std::vector<std::byte>& content) {
   if (!phone::xml::Decode(content, decoded)) return false;
   const phone::xml::TreeRef tree = phone::xml::Parse(decoded.text);
   const xmlNode* const root = tree ? xmlDocGetRootElement(tree->document()) : nullptr;
-  return root && std::string_view(reinterpret_cast<const char*>(root->name)) == kRoot;
+  if (!root || (root->ns && root->ns->prefix)) return false;
+  const auto name = phone::ToUtf16(reinterpret_cast<const char*>(root->name));
+  return name && phone::CompareFolded(*name, kRoot) == 0;
 }
 
 bool SameFile(const struct stat& a, const struct stat& b) {
@@ -101,7 +104,7 @@ std::string ReadLayout(const std::filesystem::path& file, Layout& layout) {
   struct stat status = {};
   if (const std::string problem = ReadContent(file, layout.content, status); !problem.empty()) return problem;
   const auto name = phone::ToUtf16(layout.name);
-  if (!name || !phone::IsFileName(*name)) return Reason(ERROR_INVALID_NAME);
+  if (!name || !phone::IsFileName(*name) || PhonePathOf(*name).size() > kLongestPath) return Reason(ERROR_INVALID_NAME);
   if (!IsLayoutName(*name)) return "it is not a layout (*.home.xml)";
   layout.readable = PhoneReads(layout.content);
   return CheckTarget(*name, status, layout);
@@ -110,7 +113,7 @@ std::string ReadLayout(const std::filesystem::path& file, Layout& layout) {
 std::string StoreLayout(const Layout& layout) {
   const auto name = phone::ToUtf16(layout.name);
   DWORD error = name ? MakeHomeFolder() : ERROR_INVALID_NAME;
-  if (error == ERROR_SUCCESS) error = phone::WriteWholeFile(PhonePathOf(*name), layout.content);
+  if (error == ERROR_SUCCESS) error = phone::WriteWholeFile(PhonePathOf(*name), layout.content, phone::Writer::host);
   return error == ERROR_SUCCESS ? std::string() : Reason(error);
 }
 

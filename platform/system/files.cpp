@@ -31,12 +31,12 @@ DWORD Read(std::u16string_view path, std::vector<std::byte>& content) {
   return ERROR_SUCCESS;
 }
 
-DWORD Write(std::u16string_view path, std::span<const std::byte> content) {
+DWORD Write(std::u16string_view path, std::span<const std::byte> content, Writer writer) {
   FileReplacement replacement;
   if (const DWORD error = replacement.Begin(path)) return error;
   if (WriteFully(replacement.fd(), content.data(), content.size()) < content.size())
     return ErrorOf(errno, ERROR_WRITE_FAULT);
-  return replacement.Commit();
+  return replacement.Commit(writer);
 }
 
 DWORD Rename(std::u16string_view path, std::u16string_view new_name) {
@@ -119,8 +119,8 @@ DWORD ReadWholeFile(std::u16string_view path, std::vector<std::byte>& content) {
   return Guarded([&] { return Read(path, content); });
 }
 
-DWORD WriteWholeFile(std::u16string_view path, std::span<const std::byte> content) {
-  return Guarded([&] { return Write(path, content); });
+DWORD WriteWholeFile(std::u16string_view path, std::span<const std::byte> content, Writer writer) {
+  return Guarded([&] { return Write(path, content, writer); });
 }
 
 DWORD RenameFile(std::u16string_view path, std::u16string_view new_name) {

@@ -40,9 +40,12 @@ std::filesystem::path PhoneFolder();
 /// Where an existing file of the phone lies on this machine.
 std::optional<std::filesystem::path> HostPath(std::u16string_view path);
 
+/// On whose behalf a file is written: what is made to fail fails for the program alone.
+enum class Writer { program, host };
+
 DWORD ReadWholeFile(std::u16string_view path, std::vector<std::byte>& content);
 /// Writes a file whole or not at all: a temporary file beside it, flushed, renamed over it.
-DWORD WriteWholeFile(std::u16string_view path, std::span<const std::byte> content);
+DWORD WriteWholeFile(std::u16string_view path, std::span<const std::byte> content, Writer writer);
 /// Gives a file another name in its folder; ERROR_ALREADY_EXISTS when that is taken.
 DWORD RenameFile(std::u16string_view path, std::u16string_view new_name);
 

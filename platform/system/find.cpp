@@ -46,8 +46,9 @@ FILETIME FileTimeOf(std::uint64_t units) {
 Match MakeMatch(int folder, const FolderEntry& entry) {
   struct stat status = {};
   fstatat(folder, entry.disk_name.c_str(), &status, AT_SYMLINK_NOFOLLOW);
-  const std::uint64_t size = entry.is_folder ? 0 : static_cast<std::uint64_t>(status.st_size);
-  return {entry.folded,           entry.name, entry.is_folder, size, UnitsOf(status.st_ctim), UnitsOf(status.st_atim),
+  const bool is_folder = entry.kind == Kind::folder;
+  const std::uint64_t size = is_folder ? 0 : static_cast<std::uint64_t>(status.st_size);
+  return {entry.folded,           entry.name, is_folder, size, UnitsOf(status.st_ctim), UnitsOf(status.st_atim),
           UnitsOf(status.st_mtim)};
 }
 
@@ -58,7 +59,7 @@ DWORD FindMatches(const PhonePath& folder, std::u16string_view pattern, std::vec
   for (const FolderSource& source : sources) {
     const auto listing = ListFolder(source.folder.get());
     for (const FolderEntry& entry : *listing)
-      if (source.shows(entry) && MatchesPattern(entry.folded, folded))
+      if (entry.kind != Kind::other && source.shows(entry) && MatchesPattern(entry.folded, folded))
         matches.push_back(MakeMatch(source.folder.get(), entry));
   }
   if (sources.size() > 1)

@@ -60,44 +60,40 @@ bool IsSettled(const Stamp& stamp) {
   return TimeOf(now) - stamp.changed > (coarse ? kCoarseTick : kFineTick);
 }
 
-/// Whether an entry of a folder is a folder; nothing for what the phone does not see.
-std::optional<bool> IsVisibleFolder(int folder, const dirent& entry) {
-  if (entry.d_type == DT_REG) return false;
-  if (entry.d_type == DT_DIR) return true;
-  if (entry.d_type != DT_UNKNOWN) return std::nullopt;
+Kind KindOfEntry(int folder, const dirent& entry) {
+  if (entry.d_type == DT_REG) return Kind::file;
+  if (entry.d_type == DT_DIR) return Kind::folder;
+  if (entry.d_type != DT_UNKNOWN) return Kind::other;
   struct stat status = {};
-  if (fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) return std::nullopt;
-  const Kind kind = KindOf(status);
-  if (kind != Kind::file && kind != Kind::folder) return std::nullopt;
-  return kind == Kind::folder;
+  return fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 ? KindOf(status) : Kind::other;
 }
 
 struct CloseDirectory {
   void operator()(DIR* directory) const { closedir(directory); }
 };
 
-Listing ReadFolder(int folder) {
-  Listing entries;
+/// False when not all of it could be read.
+bool ReadFolder(int folder, Listing& entries) {
   // A descriptor of its own: reading moves the descriptor's position.
   const int fd = openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (fd < 0) return entries;
+  if (fd < 0) return false;
   const std::unique_ptr<DIR, CloseDirectory> directory(fdopendir(fd));
   if (!directory) {
     ::close(fd);
-    return entries;
+    return false;
   }
-  while (const dirent* entry = readdir(directory.get())) {
+  errno = 0;
+  for (const dirent* entry; (entry = readdir(directory.get())); errno = 0) {
     auto name = ToUtf16(entry->d_name);
     if (!name || !IsFileName(*name)) continue;
-    const auto is_folder = IsVisibleFolder(folder, *entry);
-    if (!is_folder) continue;
     std::u16string folded = FoldCase(*name);
-    entries.push_back({entry->d_name, std::move(*name), std::move(folded), *is_folder});
+    entries.push_back({entry->d_name, std::move(*name), std::move(folded), KindOfEntry(folder, *entry)});
   }
+  const bool whole = errno == 0;
   std::sort(entries.begin(), entries.end(), [](const FolderEntry& a, const FolderEntry& b) {
     return std::tie(a.folded, a.name) < std::tie(b.folded, b.name);
   });
-  return entries;
+  return whole;
 }
 
 }  // namespace
@@ -117,8 +113,8 @@ std::shared_ptr<const Listing> ListFolder(int folder) {
   if (kept != listings.end() && kept->second.stamp == stamp) return kept->second.listing;
   // Asked before reading: what changes while the folder is read falls behind this moment.
   const bool settled = IsSettled(stamp);
-  auto listing = std::make_shared<const Listing>(ReadFolder(folder));
-  if (settled) {
+  const auto listing = std::make_shared<Listing>();
+  if (ReadFolder(folder, *listing) && settled) {
     if (listings.size() >= kMostListings) listings.clear();
     listings.insert_or_assign(id, KeptListing{stamp, listing});
   }
@@ -148,9 +144,10 @@ DWORD FindName(int folder, std::u16string_view name, FoundName& found) {
   if (errno != ENOENT) return ErrorOf(errno, ERROR_PATH_NOT_FOUND);
   const auto listing = ListFolder(folder);
   const std::u16string folded = FoldCase(name);
-  const auto entry = std::lower_bound(listing->begin(), listing->end(), folded,
-                                      [](const FolderEntry& a, const std::u16string& b) { return a.folded < b; });
-  if (entry == listing->end() || entry->folded != folded) return ERROR_SUCCESS;
+  const auto alike = std::ranges::equal_range(*listing, folded, {}, &FolderEntry::folded);
+  if (alike.empty()) return ERROR_SUCCESS;
+  const auto usable = std::ranges::find_if(alike, [](const FolderEntry& each) { return each.kind != Kind::other; });
+  const auto entry = usable != alike.end() ? usable : alike.begin();
   if (fstatat(folder, entry->disk_name.c_str(), &found.status, AT_SYMLINK_NOFOLLOW) != 0) return ERROR_SUCCESS;
   found.disk_name = entry->disk_name;
   found.kind = KindOf(found.status);

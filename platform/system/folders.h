@@ -27,11 +27,11 @@ struct FolderEntry {
   std::string disk_name;  ///< UTF-8
   std::u16string name;
   std::u16string folded;
-  bool is_folder = false;
+  Kind kind = Kind::other;
 };
 
-/// In the order of case-folded names, names that differ only in case by their exact spelling. Only files and folders
-/// whose names the phone can hold.
+/// In the order of case-folded names, names that differ only in case by their exact spelling: all whose names the phone
+/// can hold.
 using Listing = std::vector<FolderEntry>;
 
 /// The listing of an open folder. Throws std::bad_alloc; an unreadable folder lists nothing.
@@ -47,8 +47,8 @@ struct FoundName {
   struct stat status = {};
 };
 
-/// Looks a name up in an open folder: the exact spelling, else the first that differs only in case. A name that is
-/// missing is found as it is spelled here.
+/// Looks a name up in an open folder: the exact spelling, else the first that differs only in case, files and folders
+/// before what the phone cannot use. A name that is missing is found as it is spelled here.
 DWORD FindName(int folder, std::u16string_view name, FoundName& found);
 
 /// The platform's error for an errno; `otherwise` for one without a counterpart.

@@ -85,20 +85,20 @@ const RegistryFile& CurrentRegistry() {
 /// Changes a copy of what is in the file, writes it, and takes it over only then. A file that is not understood is not
 /// written over.
 template <typename Change>
-DWORD Write(Change change) {
+DWORD Write(Writer writer, Change change) {
   if (const DWORD error = ReadRegistry()) return error;
   RegistryFile changed = registry;
   if (!change(changed)) return ERROR_INVALID_PARAMETER;
   const auto text = ToUtf8(changed.Text());
   if (!text) return ERROR_INVALID_PARAMETER;
-  const DWORD error = WriteWholeFile(kFilePath, std::as_bytes(std::span(*text)));
+  const DWORD error = WriteWholeFile(kFilePath, std::as_bytes(std::span(*text)), writer);
   if (error == ERROR_SUCCESS) registry = std::move(changed);
   return error;
 }
 
-DWORD SetValue(std::u16string_view key, std::u16string_view value, std::u16string_view text) {
+DWORD SetValue(Writer writer, std::u16string_view key, std::u16string_view value, std::u16string_view text) {
   const std::lock_guard lock(registry_mutex);
-  return Write([&](RegistryFile& file) { return file.Set(key, value, text); });
+  return Write(writer, [&](RegistryFile& file) { return file.Set(key, value, text); });
 }
 
 std::u16string_view NameOf(LPCWSTR value) {
@@ -116,7 +116,8 @@ HRESULT GetString(LPCWSTR key, LPCWSTR value, LPWSTR text, UINT size) {
 
 HRESULT SetString(LPCWSTR key, LPCWSTR value, LPCWSTR text) {
   RegistryWrite write{CurrentTick(), key, std::u16string(NameOf(value)), text};
-  if (const DWORD error = SetValue(write.key, write.value, write.text)) return HRESULT_FROM_WIN32(error);
+  if (const DWORD error = SetValue(Writer::program, write.key, write.value, write.text))
+    return HRESULT_FROM_WIN32(error);
   RecordRegistryWrite(write);
   return S_OK;
 }
@@ -136,12 +137,12 @@ std::optional<std::u16string> RegistryGet(const std::u16string& key, const std::
 }
 
 bool RegistrySet(const std::u16string& key, const std::u16string& value, const std::u16string& text) {
-  return SetValue(key, value, text) == ERROR_SUCCESS;
+  return SetValue(Writer::host, key, value, text) == ERROR_SUCCESS;
 }
 
 bool RegistryDelete(const std::u16string& key, const std::u16string& value) {
   const std::lock_guard lock(registry_mutex);
-  return Write([&](RegistryFile& file) { return file.Delete(key, value); }) == ERROR_SUCCESS;
+  return Write(Writer::host, [&](RegistryFile& file) { return file.Delete(key, value); }) == ERROR_SUCCESS;
 }
 
 }  // namespace phone

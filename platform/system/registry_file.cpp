@@ -129,8 +129,8 @@ class RegistryParser {
     SkipBlanks();
     if (Peek() == u'"') {
       if (!ParseString(entry.text.emplace())) return false;
-      const std::u16string_view rest = Trimmed(FinishLine());
-      return rest.empty() || rest.front() == u';';
+      entry.remark = Trimmed(FinishLine());
+      return entry.remark.empty() || entry.remark.front() == u';';
     }
     const std::size_t data = at_;
     FinishLine();
@@ -213,6 +213,8 @@ bool RegistryFile::Set(std::u16string_view key, std::u16string_view name, std::u
     if (!section->is_current_user || !SameText(section->key, key)) continue;
     for (auto old = section->entries.rbegin(); old != section->entries.rend(); ++old) {
       if (!old->is_value || !SameText(old->name, name)) continue;
+      entry.remark = std::move(old->remark);
+      if (!entry.remark.empty()) entry.raw.insert(entry.raw.size() - line_end_.size(), u' ' + entry.remark);
       *old = std::move(entry);
       return true;
     }

@@ -35,6 +35,7 @@ class RegistryFile {
     bool is_value = false;
     std::u16string name;
     std::optional<std::u16string> text;  ///< of a string value
+    std::u16string remark = {};          ///< what stands behind it, from its semicolon on
   };
   struct Section {
     std::u16string key;  ///< under HKEY_CURRENT_USER

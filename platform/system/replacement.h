@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "system/files.h"
 #include "system/unique_fd.h"
 #include "windows.h"
 
@@ -22,7 +23,7 @@ class FileReplacement {
   /// Makes the temporary file. The target's folder must be there, and the target, if there, a file that may be written.
   DWORD Begin(std::u16string_view path);
   /// Flushes the content to the disk and puts it in the place of the target; on failure the target is as it was.
-  DWORD Commit();
+  DWORD Commit(Writer writer);
 
   /// The temporary file, open for reading and writing.
   int fd() const noexcept { return file_.get(); }

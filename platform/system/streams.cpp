@@ -78,7 +78,7 @@ int CloseStream(void* cookie) {
     std::erase(open_streams, stream->handle);
   }
   bool failed = FaultDue(Operation::fclose) || stream->write_failed;
-  if (stream->writes && !failed) failed = stream->replacement.Commit() != ERROR_SUCCESS;
+  if (stream->writes && !failed) failed = stream->replacement.Commit(Writer::program) != ERROR_SUCCESS;
   if (failed) errno = EIO;
   return failed ? EOF : 0;
 }

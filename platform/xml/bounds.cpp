@@ -3,6 +3,8 @@
 #include <libxml/SAX2.h>
 #include <libxml/parser.h>
 
+#include <algorithm>
+
 #include "xml/walk.h"
 
 namespace phone::xml {
@@ -12,6 +14,7 @@ constexpr std::size_t kMaxParts = 4'096;                       // of one tag or 
 constexpr std::size_t kMaxDeclarations = 1'024;                // of attributes
 constexpr std::size_t kMaxComparisons = std::size_t{1} << 26;  // a fraction of a second
 constexpr std::size_t kMaxExpanded = std::size_t{16} * 1'024;  // characters
+constexpr std::size_t kUsualDepth = 200;                       // of elements; libxml2's own bound is 256
 
 /// Stops the parse once a cost is beyond its bound. What follows an error is checked at the same cost, for nothing.
 bool MayGoOn(xmlParserCtxt* context, std::size_t cost, std::size_t bound) noexcept {
@@ -91,6 +94,28 @@ bool IsCrowded(std::string_view text) noexcept {
     at = next;
   }
   return false;
+}
+
+bool MayExceedBounds(xmlNode* root) noexcept {
+  std::size_t depth = 0, deepest = 0, names = 0, squares = 0, declared = 0;
+  for (xmlNode* node = root; node;) {
+    if (node->type == XML_ELEMENT_NODE) {
+      std::size_t here = 1;
+      for (const xmlAttr* attribute = node->properties; attribute; attribute = attribute->next) ++here;
+      for (const xmlNs* declaration = node->nsDef; declaration; declaration = declaration->next) ++here, ++declared;
+      names += here;
+      squares += here * here;
+    }
+    if (HasChildren(node) && node->children) {
+      node = node->children;
+      deepest = std::max(deepest, ++depth);
+      continue;
+    }
+    for (; node != root && !node->next; --depth) node = node->parent;
+    node = node == root ? nullptr : node->next;
+  }
+  const std::size_t scope = declared > 0 ? declared + deepest : 0;
+  return deepest > kUsualDepth || squares + names * scope > kMaxComparisons;
 }
 
 void BoundCosts(xmlSAXHandler& handler) noexcept {

@@ -21,6 +21,9 @@ struct Costs {
 /// Whether a tag has more values, or a declaration more alternatives, than any document needs. Linear in the text.
 bool IsCrowded(std::string_view text) noexcept;
 
+/// Whether a tree might be too deep, or cost too much, to be read again once it is written. Linear in its nodes.
+bool MayExceedBounds(xmlNode* root) noexcept;
+
 /// Has the handler stop its parse when it costs too much, and at the first tag after an error.
 void BoundCosts(xmlSAXHandler& handler) noexcept;
 

@@ -43,11 +43,17 @@ bool HasAlike(const xmlDoc* target, const xmlAttribute* declaration) noexcept {
   return other && xmlStrEqual(other->defaultValue, declaration->defaultValue);
 }
 
-/// Whether a reference would lose its meaning in `target`. One to an entity that is not declared, or lies outside,
-/// means nothing here and could not be read there.
+/// Whether both name the same declarations outside.
+bool LeanOnTheSame(const xmlDoc* a, const xmlDoc* b) noexcept {
+  return HasDoctype(a) && HasDoctype(b) && xmlStrEqual(a->intSubset->ExternalID, b->intSubset->ExternalID) &&
+         xmlStrEqual(a->intSubset->SystemID, b->intSubset->SystemID);
+}
+
+/// Whether a reference would lose its meaning in `target`. One to an entity that is declared outside, if anywhere,
+/// means nothing here, and can be read only where the same is named.
 bool IsLost(const xmlNode* reference, xmlDoc* target) noexcept {
   const xmlEntity* const entity = xmlGetDocEntity(reference->doc, reference->name);
-  if (!entity) return true;
+  if (!entity) return !LeanOnTheSame(reference->doc, target);
   if (entity->etype == XML_INTERNAL_PREDEFINED_ENTITY) return false;
   const xmlEntity* const other = target ? xmlGetDocEntity(target, reference->name) : nullptr;
   return !other || other->etype != entity->etype || !xmlStrEqual(other->content, entity->content) ||

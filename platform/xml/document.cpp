@@ -12,6 +12,7 @@
 #include "system/text.h"
 #include "xml/addresses.h"
 #include "xml/append.h"
+#include "xml/bounds.h"
 #include "xml/dom_document.h"
 #include "xml/encoding.h"
 #include "xml/namespaces.h"
@@ -45,14 +46,17 @@ TreeRef ParseText(std::u16string_view text) {
 }
 
 /// Whether what is written of the document is read again before it replaces a file: where references stand that no node
-/// holds, or in an encoding with states of its own, a mistake would cost the user the file.
+/// holds, in an encoding with states of its own, or where parts of several files have become more than one may hold, it
+/// would cost the user the file that it cannot be read.
 bool NeedsProof(const TreeRef& tree, std::string_view encoding, std::span<const std::byte> bytes) {
-  if (tree->document()->intSubset || !IsUtf8(encoding)) return true;
+  if (tree->document()->intSubset || !IsUtf8(encoding) || MayExceedBounds(AsNode(tree->document()))) return true;
   // What is written without an ampersand has no reference anywhere.
   return std::memchr(bytes.data(), '&', bytes.size()) != nullptr && HasReferenceInAddress(tree->document());
 }
 
-bool CanBeRead(std::span<const std::byte> bytes) {
+bool CanBeRead(const TreeRef& tree, std::string_view encoding, std::span<const std::byte> bytes) {
+  if (bytes.size() > static_cast<std::size_t>(kLargestFile)) return false;
+  if (!NeedsProof(tree, encoding, bytes)) return true;
   DecodedText decoded;
   return Decode(bytes, decoded) && Parse(decoded.text) != nullptr;
 }
@@ -87,8 +91,8 @@ class Document final : public NodeObject<IXMLDOMDocument> {
       if (!xmlDocGetRootElement(tree()->document())) return E_FAIL;
       const std::string_view encoding = EncodingOf(tree());
       const auto bytes = Encode(DocumentPieces(tree()), encoding);
-      if (!bytes || (NeedsProof(tree(), encoding, *bytes) && !CanBeRead(*bytes))) return E_FAIL;
-      return HRESULT_FROM_WIN32(WriteWholeFile(*path, *bytes));
+      if (!bytes || !CanBeRead(tree(), encoding, *bytes)) return E_FAIL;
+      return HRESULT_FROM_WIN32(WriteWholeFile(*path, *bytes, Writer::program));
     });
   }
 

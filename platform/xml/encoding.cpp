@@ -116,14 +116,27 @@ std::optional<std::string> Convert(std::string_view bytes, std::string_view enco
   return text;
 }
 
+/// A converter for writing: one of 16 or 32 bits writes no mark of its own, by whichever of its names it is asked for,
+/// and is little-endian where the name leaves the order open.
+Converter OpenForWriting(std::string_view name) {
+  Converter converter = Open(name);
+  switch (converter ? ucnv_getType(converter.get()) : UCNV_UNSUPPORTED_CONVERTER) {
+    case UCNV_UTF16:
+    case UCNV_UTF16_LittleEndian: return Open("UTF-16LE");
+    case UCNV_UTF16_BigEndian: return Open("UTF-16BE");
+    case UCNV_UTF32:
+    case UCNV_UTF32_LittleEndian: return Open("UTF-32LE");
+    case UCNV_UTF32_BigEndian: return Open("UTF-32BE");
+    default: return converter;
+  }
+}
+
 /// Writes text in one encoding.
 class Encoder {
  public:
   /// False for an unknown encoding.
   bool Begin(std::string_view name) {
-    // Every encoding of 16 or 32 bits gets its mark; where the name leaves the order open, it is little-endian.
-    const bool wide = SameEncoding(name, "UTF-16") || SameEncoding(name, "UTF-32");
-    converter_ = Open(wide ? std::string(name) + "LE" : std::string(name));
+    converter_ = OpenForWriting(name);
     UErrorCode error = U_ZERO_ERROR;
     if (!converter_) return false;
     holds_.reset(uset_openEmpty());
@@ -131,6 +144,7 @@ class Encoder {
     ucnv_getUnicodeSet(converter_.get(), holds_.get(), UCNV_ROUNDTRIP_SET, &error);
     ThrowIfNoMemory(error);
     if (U_FAILURE(error)) return false;
+    // Every encoding of 16 or 32 bits gets its mark.
     return ucnv_getMinCharSize(converter_.get()) == 1 || Write(u"\uFEFF");
   }
 

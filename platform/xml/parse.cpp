@@ -66,6 +66,14 @@ void OnCdata(void* user, const xmlChar* value, int length) {
   xmlStopParser(context);
 }
 
+/// In a value, a reference that cannot be resolved would be lost: libxml2 keeps none there, and a node of it nearby.
+void OnReference(void* user, const xmlChar* name) {
+  auto* const context = static_cast<xmlParserCtxt*>(user);
+  if (context->instate != XML_PARSER_ATTRIBUTE_VALUE) return xmlSAX2Reference(context, name);
+  context->wellFormed = 0;
+  xmlStopParser(context);
+}
+
 xmlParserInput* RefuseEntity(void*, const xmlChar*, const xmlChar*) {
   return nullptr;
 }
@@ -80,6 +88,7 @@ Context MakeContext(Progress& progress) {
   context->sax->internalSubset = OnDoctypeBegin;
   context->sax->externalSubset = OnDoctypeEnd;
   context->sax->cdataBlock = OnCdata;
+  context->sax->reference = OnReference;
   context->sax->resolveEntity = RefuseEntity;
   context->sax->serror = KeepSilent;
   return context;
@@ -116,7 +125,8 @@ std::string SubsetText(std::string_view text, const Progress& progress) {
 
 TreeRef Parse(std::string_view text) {
   if (text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) return nullptr;
-  if (IsCrowded(text)) return nullptr;
+  // libxml2 takes a zero for the end of the text, and a second mark for a blank.
+  if (text.find('\0') != text.npos || text.starts_with("\xEF\xBB\xBF") || IsCrowded(text)) return nullptr;
   Progress progress;
   const Context context = MakeContext(progress);
   xmlDoc* const document =

@@ -29,15 +29,15 @@ TEST_F(Registry, KeepsWhatItDoesNotUnderstand) {
                              "[HKEY_CURRENT_USER\\ControlPanel\\Home]\r\n@=\"default\"\r\n\"d\"=dword:0000000f\r\n"
                              "\"h\"=hex(7):41,00,\\\r\n  42,00\r\n";
   const std::string after = "\r\n[HKEY_CURRENT_USER\\Last]\r\n\"q\"=\"say \\\"hi\\\" \\\\ there\"\r\n";
-  Load(before + "\"Scheme\"=\"old\"\r\n" + after);
+  Load(before + "\"Scheme\"=\"old\" ; note\r\n" + after);
   EXPECT_EQ(RegistryGet(u"controlpanel\\HOME", u"SCHEME"), u"old");
   EXPECT_EQ(RegistryGet(u"ControlPanel\\Home", u""), u"default");
   EXPECT_EQ(RegistryGet(u"ControlPanel\\Home", u"d"), std::nullopt);
   EXPECT_EQ(RegistryGet(u"Last", u"q"), u"say \"hi\" \\ there");
   ASSERT_TRUE(RegistrySet(u"ControlPanel\\Home", u"Scheme", u"\\a\\\"b\" é"));
-  EXPECT_EQ(Content(File()), before + "\"Scheme\"=\"\\\\a\\\\\\\"b\\\" é\"\r\n" + after);
+  EXPECT_EQ(Content(File()), before + "\"Scheme\"=\"\\\\a\\\\\\\"b\\\" é\" ; note\r\n" + after);
   ASSERT_TRUE(RegistrySet(u"controlpanel\\home", u"New", u"1"));
-  EXPECT_EQ(Content(File()), before + "\"Scheme\"=\"\\\\a\\\\\\\"b\\\" é\"\r\n\"New\"=\"1\"\r\n" + after);
+  EXPECT_EQ(Content(File()), before + "\"Scheme\"=\"\\\\a\\\\\\\"b\\\" é\" ; note\r\n\"New\"=\"1\"\r\n" + after);
   ASSERT_TRUE(phone::RegistryDelete(u"ControlPanel\\Home", u"new"));
   ASSERT_TRUE(phone::RegistryDelete(u"ControlPanel\\Home", u"scheme"));
   EXPECT_FALSE(phone::RegistryDelete(u"ControlPanel\\Home", u"scheme"));
@@ -128,6 +128,9 @@ TEST_F(Registry, TheProgramsCalls) {
     EXPECT_TRUE(FAILED(RegistrySetString(HKEY_CURRENT_USER, key, TEXT("Scheme"), TEXT("x"))));
     EXPECT_EQ(RegistryGet(key, u"Scheme"), u"ab\U0001F642");
   }
+  phone::SetFault(phone::Operation::rename, 1, 0);
+  EXPECT_TRUE(RegistrySet(key, u"Other", u"x")) << "what is made to fail fails for the program alone";
+  phone::ResetFaults();
   EXPECT_TRUE(FAILED(RegistrySetString(nullptr, key, TEXT("Scheme"), TEXT("x"))));
   const auto writes = phone::RegistryWrites();
   ASSERT_EQ(writes.size(), 1u);

@@ -45,7 +45,7 @@ class SystemTest : public testing::Test {
   }
 
   static DWORD Write(std::u16string_view path, std::string_view content) {
-    return phone::WriteWholeFile(path, std::as_bytes(std::span(content)));
+    return phone::WriteWholeFile(path, std::as_bytes(std::span(content)), phone::Writer::program);
   }
 
   /// How many entries a folder of this machine has, stray files included.

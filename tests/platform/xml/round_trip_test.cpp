@@ -30,6 +30,7 @@ TEST_F(RoundTrips, KeepWhatTheWriterDoesNotChange) {
       "<!DOCTYPE home>\n<home/>\n",
       "<!DOCTYPE home SYSTEM \"http://127.0.0.1/home.dtd\">\n<home/>\n",
       "<!DOCTYPE home PUBLIC \"-//X//Y\" 'a\"b'>\n<home/>\n",
+      "<!DOCTYPE home SYSTEM \"home.dtd\">\n<home>&outside;<a>1&outside;2</a></home>\n",
       "<!DOCTYPE home [\n <!-- > ]> -->\n <!ENTITY e 'v<b>w</b>'>  <!ELEMENT home ANY>\n"
       " <!ATTLIST home d CDATA \"def\" id ID #IMPLIED>\n <?pi ]?> ]>\n<home id=\"i\" a=\"1 &lt;\">1&e;2 &e;</home>\n",
       "<!DOCTYPE html PUBLIC \"-//W3C//DTD XHTML 1.0 Strict//EN\" "
@@ -63,6 +64,16 @@ TEST_F(RoundTrips, KeepEncodings) {
       "U\0T\0F\0-\0001\0006\0'\0?\0>\0\n\0<\0h\0o\0m\0e\0>\0-\x4E<\0/\0h\0o\0m\0e\0>\0\n\0"sv,
   };
   for (const std::string_view document : documents) EXPECT_EQ(document, RoundTrip(document));
+  for (const char* const name : {"UCS-2", "unicode", "UnicodeLittle", "ISO-10646-UCS-4"}) {
+    const std::string document =
+        std::string("<?xml version=\"1.0\" encoding=\"") + name + "\"?>\n<home>\xC3\xA9</home>\n";
+    ASSERT_EQ(S_OK, Save(FromText(document), "in.xml")) << name;
+    const DocumentRef loaded = NewDocument();
+    ASSERT_TRUE(Load(loaded, "in.xml")) << name;
+    EXPECT_EQ(document, XmlOf(loaded.get())) << name;
+    ASSERT_EQ(S_OK, Save(loaded, "out.xml")) << name;
+    EXPECT_EQ(Get("in.xml"), Get("out.xml")) << name;
+  }
 }
 
 TEST_F(RoundTrips, ReadByteOrderMarks) {
@@ -99,6 +110,31 @@ TEST_F(RoundTrips, AnUnknownEncodingIsNotWritten) {
   EXPECT_EQ("old", Get("out.xml"));
   EXPECT_EQ(E_FAIL, Save(NewDocument(), "out.xml")) << "a document without a root";
   EXPECT_EQ("old", Get("out.xml"));
+}
+
+/// Parts that can be read may make a whole that cannot.
+TEST_F(RoundTrips, WhatCouldNotBeReadAgainIsNotWritten) {
+  Put("out.xml", "old");
+  constexpr int kLevels = 240;
+  std::string deep = "<a/>", crowded = "<a/>";
+  for (int i = 1; i < kLevels; ++i) deep = "<a>" + deep + "</a>";
+  for (int i = 0; i < 4'000; ++i) crowded.insert(2, " x" + std::to_string(i) + "=''");
+  const struct {
+    std::string part;
+    int levels;
+    int copies;
+  } wholes[] = {{deep, kLevels, 2}, {crowded, 0, 5}};
+  for (const auto& [part, levels, copies] : wholes) {
+    const DocumentRef document = FromText("<home/>");
+    NodeRef parent = Root(document);
+    for (int i = 0; i < copies; ++i) {
+      EXPECT_EQ(S_OK, Save(document, "whole.xml")) << i;
+      ASSERT_EQ(S_OK, parent->appendChild(Clone(Root(FromText(part)).get()).get(), nullptr));
+      for (int level = 0; level < levels; ++level) parent = Child(parent.get(), 0);
+    }
+    EXPECT_EQ(E_FAIL, Save(document, "out.xml"));
+    EXPECT_EQ("old", Get("out.xml"));
+  }
 }
 
 TEST_F(RoundTrips, ErrorsOfTheFileSystemAreGivenOn) {
