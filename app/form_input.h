@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <cstdio>
+
 #include "base/text_field.h"
 
 /// The text of an edit field, cut to what a text field holds; empty when there is no field.

@@ -39,7 +39,7 @@ void SelectThemeInUse(CScrollList& list, ThemeRecord* themes) noexcept {
   for (const ThemeRecord& theme : RingRange(themes)) {
     if (lstrcmpiW(theme.path, inUse) == 0) {
       // A disk may hold names that differ only in case; then the exact spelling is meant, else the first.
-      const bool exact = std::u16string_view(theme.path) == LPCWSTR{inUse};
+      const bool exact = std::basic_string_view<WCHAR>(theme.path) == LPCWSTR{inUse};
       if (exact || found == NOT_FOUND) found = index;
       if (exact) break;
     }

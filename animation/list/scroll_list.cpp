@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr INT kOffScreen = 240;   // px to the left, further than any row is wide
+constexpr INT kOffScreen = 240;   // px to the left of the rows
 constexpr INT kTextIndent = 5;    // px
 constexpr INT kRowFontSize = 12;  // points
 constexpr COLORREF kRowTextColor = 0xFFFFFF;

@@ -23,10 +23,14 @@ int WINAPI StartProgram(HINSTANCE instance, HINSTANCE previous, LPWSTR command_l
   return exit_code;
 }
 
-/// The phone is off, but its files are still there to look at.
+/// The phone is off, but its files are still there to look at. Where they are not any more, the reply says so.
 void WithFiles(const phone::Options& options, const std::function<void()>& act) {
-  phone::MountFiles(options.folder, options.program_data, options.module);
-  phone::LoadRegistry();
+  try {
+    phone::MountFiles(options.folder, options.program_data, options.module);
+    phone::LoadRegistry();
+  } catch (const std::exception& failure) {
+    std::cerr << "quillmark-headless: " << failure.what() << "\n";
+  }
   act();
   phone::UnmountFiles();
 }

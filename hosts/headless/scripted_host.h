@@ -18,9 +18,9 @@ class ScriptedHost : public phone::Host {
   /// The program has ended while the phone is still on: takes the last look at it. The reply to the command that ended
   /// it waits until the phone is off, so that whoever reads it can start the program again.
   void EndProgram(int exit_code);
-  /// The phone is off: answers what is left of the script. `with_phone` carries a command out with the phone's files at
+  /// The phone is off: answers what is left of the script. `with_files` carries a command out with the phone's files at
   /// hand.
-  void ServeAfterEnd(const std::function<void(const std::function<void()>&)>& with_phone);
+  void ServeAfterEnd(const std::function<void(const std::function<void()>&)>& with_files);
   struct Line {
     int number;
     std::string text;

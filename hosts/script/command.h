@@ -38,11 +38,18 @@ struct Execution {
   std::string error;       ///< why the command could not be done; empty when it could
 };
 
+/// What a command does when the program has ended.
+enum class AfterEnd {
+  refused,
+  remembered,  ///< it tells what the phone was like at the end
+  in_files,    ///< it works on the phone's files
+};
+
 struct Command {
   std::deque<Step> steps;
   /// Adds to the reply once the steps are done; may fail, too.
   std::function<void(Execution&, Reply&)> report;
-  bool after_end = false;   ///< makes sense also when the program has ended
+  AfterEnd after_end = AfterEnd::refused;
   bool reply_only = false;  ///< is there for its reply
 };
 

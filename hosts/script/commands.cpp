@@ -18,7 +18,8 @@ using Parsed = std::optional<Command>;
 
 constexpr std::uint32_t kLargestNumber = 0xFFFFFFFF;
 constexpr std::uint32_t kLargestId = 0xFFFF;
-constexpr std::uint32_t kLargestSide = 4096;
+constexpr std::uint32_t kLargestSide = 4096;  ///< px, of the client area
+constexpr std::uint32_t kLargestPlace = kLargestSide + phone::kTitleStripHeight + phone::kSoftKeyBarHeight;
 constexpr std::uint32_t kDefaultStep = 16;
 
 /// A command of one step.
@@ -96,8 +97,8 @@ Parsed ParseHotKey(Arguments& arguments) {
 // --- The pointer and the clipboard ---
 
 std::optional<POINT> ParsePlace(Arguments& arguments) {
-  const auto x = arguments.Number(0, kLargestSide);
-  const auto y = arguments.Number(0, kLargestSide);
+  const auto x = arguments.Number(0, kLargestPlace);
+  const auto y = arguments.Number(0, kLargestPlace);
   if (!x || !y) return std::nullopt;
   return POINT{static_cast<LONG>(*x), static_cast<LONG>(*y)};
 }
@@ -241,7 +242,7 @@ Parsed ParseWait(Arguments& arguments) {
 
 Parsed ParseState(Arguments&) {
   Parsed command = Show(DescribeState);
-  command->after_end = true;
+  command->after_end = AfterEnd::remembered;
   return ForItsReply(command);
 }
 
@@ -309,7 +310,7 @@ Parsed ParseRegistry(Arguments& arguments) {
   if (action == "get") command = GetRegistry(Utf16(*key), Utf16(*value));
   if (action == "set") command = SetRegistry(Utf16(*key), Utf16(*value), Utf16(*text));
   if (action == "delete") command = DeleteRegistry(Utf16(*key), Utf16(*value));
-  if (command) command->after_end = true;
+  if (command) command->after_end = AfterEnd::in_files;
   return command;
 }
 

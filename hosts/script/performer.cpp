@@ -35,7 +35,7 @@ Reply Performer::Finish() {
 
 Reply Performer::PerformAfterEnd() {
   Execution& execution = running_->execution;
-  if (running_->command.after_end) {
+  if (running_->command.after_end != AfterEnd::refused) {
     for (const Step& step : execution.steps) step(execution);
   } else {
     execution.error = "the program has ended";

@@ -116,9 +116,13 @@ std::string Refusal(int answer, std::string_view argument) {
 bool ParseCommandLine(int count, char** arguments, CommandLine& result, std::string& error) {
   const std::vector<option> options = LongOptions();
   opterr = 0;
-  for (int answer; error.empty() && (answer = getopt_long(count, arguments, ":", options.data(), nullptr)) != -1;) {
+  while (error.empty()) {
+    const int at = optind;
+    const int answer = getopt_long(count, arguments, ":", options.data(), nullptr);
+    if (answer == -1) break;
     if (answer < kFirstAnswer) {
-      error = Refusal(answer, arguments[optind - 1]);
+      // A word of letters behind one dash is not passed by before its last letter.
+      error = Refusal(answer, arguments[std::max(at, optind - 1)]);
     } else if (const OptionRow& row = kOptions[answer - kFirstAnswer]; !row.take(optarg ? optarg : "", result)) {
       error = WrongValue(row, optarg);
     }
