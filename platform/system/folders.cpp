@@ -144,10 +144,11 @@ DWORD FindName(int folder, std::u16string_view name, FoundName& found) {
   if (errno != ENOENT) return ErrorOf(errno, ERROR_PATH_NOT_FOUND);
   const auto listing = ListFolder(folder);
   const std::u16string folded = FoldCase(name);
-  const auto alike = std::ranges::equal_range(*listing, folded, {}, &FolderEntry::folded);
-  if (alike.empty()) return ERROR_SUCCESS;
-  const auto usable = std::ranges::find_if(alike, [](const FolderEntry& each) { return each.kind != Kind::other; });
-  const auto entry = usable != alike.end() ? usable : alike.begin();
+  const auto first = std::ranges::lower_bound(*listing, folded, {}, &FolderEntry::folded);
+  const auto end = std::find_if(first, listing->end(), [&](const FolderEntry& each) { return each.folded != folded; });
+  if (first == end) return ERROR_SUCCESS;
+  const auto usable = std::find_if(first, end, [](const FolderEntry& each) { return each.kind != Kind::other; });
+  const auto entry = usable != end ? usable : first;
   if (fstatat(folder, entry->disk_name.c_str(), &found.status, AT_SYMLINK_NOFOLLOW) != 0) return ERROR_SUCCESS;
   found.disk_name = entry->disk_name;
   found.kind = KindOf(found.status);
