@@ -64,6 +64,8 @@ fuzz: ## every fuzzer for a minute; LONG=1: until ten minutes have brought nothi
 	cmake --build --preset fuzz -j $(JOBS)
 	scripts/fuzz.sh $(BUILD)/fuzz $(if $(LONG),--until-quiet)
 
+# This preset builds the benchmarks, too, so that no change breaks them unseen.
+asan faults: TEST_PACKAGES += $(BENCH_PACKAGES)
 asan: ## every test under the address, leak and undefined-behaviour sanitizers
 	$(call run_tests,asan)
 
