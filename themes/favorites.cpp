@@ -17,7 +17,7 @@ constexpr LPCWSTR FAVORITE_FILES = TEXT("*.plg");
 
 /// Code units that are read first; the room grows only as the file delivers.
 constexpr std::size_t FIRST_READ = 4096;
-/// Code units of the longest text that is read: as much as the phone's largest file holds.
+/// Code units of the longest text that is kept, its zero included: as much as the phone's largest file holds.
 constexpr std::size_t LONGEST_TEXT = std::size_t{1} << 25;
 
 struct CloseStream {
@@ -101,6 +101,7 @@ HRESULT WriteFavorite(LPCWSTR path, LPCWSTR name, const PluginRecord& plugin) no
   FavoriteHeader header;
   header.name.Assign(name);
   header.clsid.Assign(plugin.clsid);
+  if (text.length() >= LONGEST_TEXT) return E_FAIL;
   header.count = text.length() + 1;
   OwnedStream stream(_wfopen(path, TEXT("w+")));
   if (!stream) return E_OUTOFMEMORY;

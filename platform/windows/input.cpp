@@ -17,7 +17,8 @@ bool ModalIsOpen() {
   return TheDesktop().menu.has_value() || !TheDesktop().boxes.empty();
 }
 
-/// A key goes to what is open; held on since before it was opened, it does nothing there. False when nothing is open.
+/// A key goes to what is open; held on since before it was opened, it does nothing there but walk. False when nothing
+/// is open.
 bool PressInModal(UINT key, bool repeated) {
   if (!ModalIsOpen()) return false;
   const bool walks = key == VK_UP || key == VK_DOWN;

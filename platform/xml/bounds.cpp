@@ -14,7 +14,11 @@ constexpr std::size_t kMaxParts = 4'096;                       // of one tag or 
 constexpr std::size_t kMaxDeclarations = 1'024;                // of attributes
 constexpr std::size_t kMaxComparisons = std::size_t{1} << 26;  // a fraction of a second
 constexpr std::size_t kMaxExpanded = std::size_t{16} * 1'024;  // characters
-constexpr std::size_t kUsualDepth = 200;                       // of elements; libxml2's own bound is 256
+
+// Far below what is refused, for estimates. libxml2's own bound on the depth of elements is 256.
+constexpr std::size_t kUsualParts = kMaxParts / 4;
+constexpr std::size_t kUsualComparisons = kMaxComparisons / 8;
+constexpr std::size_t kUsualDepth = 200;
 
 /// Stops the parse once a cost is beyond its bound. What follows an error is checked at the same cost, for nothing.
 bool MayGoOn(xmlParserCtxt* context, std::size_t cost, std::size_t bound) noexcept {
@@ -97,12 +101,13 @@ bool IsCrowded(std::string_view text) noexcept {
 }
 
 bool MayExceedBounds(xmlNode* root) noexcept {
-  std::size_t depth = 0, deepest = 0, names = 0, squares = 0, declared = 0;
+  std::size_t depth = 0, deepest = 0, most = 0, names = 0, squares = 0, declared = 0;
   for (xmlNode* node = root; node;) {
     if (node->type == XML_ELEMENT_NODE) {
       std::size_t here = 1;
       for (const xmlAttr* attribute = node->properties; attribute; attribute = attribute->next) ++here;
       for (const xmlNs* declaration = node->nsDef; declaration; declaration = declaration->next) ++here, ++declared;
+      most = std::max(most, here);
       names += here;
       squares += here * here;
     }
@@ -115,7 +120,7 @@ bool MayExceedBounds(xmlNode* root) noexcept {
     node = node == root ? nullptr : node->next;
   }
   const std::size_t scope = declared > 0 ? declared + deepest : 0;
-  return deepest > kUsualDepth || squares + names * scope > kMaxComparisons;
+  return deepest > kUsualDepth || most > kUsualParts || squares + names * scope > kUsualComparisons;
 }
 
 void BoundCosts(xmlSAXHandler& handler) noexcept {

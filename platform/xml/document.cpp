@@ -1,5 +1,7 @@
 #include "xml/document.h"
 
+#include <libxml/parserInternals.h>
+
 #include <cstring>
 #include <optional>
 #include <span>
@@ -49,7 +51,9 @@ TreeRef ParseText(std::u16string_view text) {
 /// holds, in an encoding with states of its own, or where parts of several files have become more than one may hold, it
 /// would cost the user the file that it cannot be read.
 bool NeedsProof(const TreeRef& tree, std::string_view encoding, std::span<const std::byte> bytes) {
-  if (tree->document()->intSubset || !IsUtf8(encoding) || MayExceedBounds(AsNode(tree->document()))) return true;
+  if (tree->document()->intSubset || !IsUtf8(encoding)) return true;
+  // Neighbouring texts become one when they are read.
+  if (bytes.size() > XML_MAX_TEXT_LENGTH || MayExceedBounds(AsNode(tree->document()))) return true;
   // What is written without an ampersand has no reference anywhere.
   return std::memchr(bytes.data(), '&', bytes.size()) != nullptr && HasReferenceInAddress(tree->document());
 }
