@@ -85,7 +85,7 @@ std::string Play(const std::string& lines, const PhoneFolder& phone) {
     settings.phone = phone.path();
     phone::ResetFaults();
     phone::Run(host, hosts::PhoneOptions(settings), StartProgram);
-    host.ServeAfterEnd([](const std::function<void()>& act) { act(); });
+    host.ServeAfterEnd([](const std::function<void(bool)>& act) { act(true); });
   }
   close(input);
   return replies.str();

@@ -23,15 +23,16 @@ int WINAPI StartProgram(HINSTANCE instance, HINSTANCE previous, LPWSTR command_l
   return exit_code;
 }
 
-/// The phone is off, but its files are still there to look at. Where they are not any more, the reply says so.
-void WithFiles(const phone::Options& options, const std::function<void()>& act) {
+/// The phone is off, but its files are still there to look at; unless the folder cannot be used any more.
+void WithFiles(const phone::Options& options, const std::function<void(bool at_hand)>& act) {
+  bool at_hand = true;
   try {
     phone::MountFiles(options.folder, options.program_data, options.module);
     phone::LoadRegistry();
-  } catch (const std::exception& failure) {
-    std::cerr << "quillmark-headless: " << failure.what() << "\n";
+  } catch (const std::exception&) {
+    at_hand = false;
   }
-  act();
+  act(at_hand);
   phone::UnmountFiles();
 }
 
@@ -44,7 +45,7 @@ int RunScript(const headless::CommandLine& command_line) {
   g_host = &host;
   g_command_line = &command_line;
   const int exit_code = phone::Run(host, options, StartProgram);
-  host.ServeAfterEnd([&](const std::function<void()>& act) { WithFiles(options, act); });
+  host.ServeAfterEnd([&](const std::function<void(bool)>& act) { WithFiles(options, act); });
   if (!host.Refused()) return exit_code;
   std::cerr << "quillmark-headless: line " << host.Refused()->number << " is not understood: " << host.Refused()->text
             << "\n";

@@ -59,15 +59,15 @@ void ScriptedHost::EndProgram(int exit_code) {
   if (performer_.Running()) held_ = performer_.Finish();
 }
 
-void ScriptedHost::ServeAfterEnd(const std::function<void(const std::function<void()>&)>& with_files) {
+void ScriptedHost::ServeAfterEnd(const WithFiles& with_files) {
   if (held_) Answer(*held_);
   while (!script_ended_) {
     std::optional<Command> command = ReadCommand();
     if (!command) continue;
     const bool in_files = command->after_end == script::AfterEnd::in_files;
     performer_.Begin(std::move(*command));
-    const auto perform = [this] { Answer(performer_.PerformAfterEnd()); };
-    in_files ? with_files(perform) : perform();
+    const auto perform = [this](bool files_at_hand) { Answer(performer_.PerformAfterEnd(files_at_hand)); };
+    in_files ? with_files(perform) : perform(false);
   }
 }
 

@@ -19,8 +19,9 @@ class ScriptedHost : public phone::Host {
   /// it waits until the phone is off, so that whoever reads it can start the program again.
   void EndProgram(int exit_code);
   /// The phone is off: answers what is left of the script. `with_files` carries a command out with the phone's files at
-  /// hand.
-  void ServeAfterEnd(const std::function<void(const std::function<void()>&)>& with_files);
+  /// hand, and tells it when they cannot be.
+  using WithFiles = std::function<void(const std::function<void(bool at_hand)>& act)>;
+  void ServeAfterEnd(const WithFiles& with_files);
   struct Line {
     int number;
     std::string text;

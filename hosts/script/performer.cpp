@@ -33,12 +33,15 @@ Reply Performer::Finish() {
   return reply;
 }
 
-Reply Performer::PerformAfterEnd() {
+Reply Performer::PerformAfterEnd(bool files_at_hand) {
   Execution& execution = running_->execution;
-  if (running_->command.after_end != AfterEnd::refused) {
-    for (const Step& step : execution.steps) step(execution);
-  } else {
+  const AfterEnd after_end = running_->command.after_end;
+  if (after_end == AfterEnd::refused) {
     execution.error = "the program has ended";
+  } else if (after_end == AfterEnd::in_files && !files_at_hand) {
+    execution.error = "the phone folder cannot be used";
+  } else {
+    for (const Step& step : execution.steps) step(execution);
   }
   return Finish();
 }

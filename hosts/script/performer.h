@@ -25,8 +25,9 @@ class Performer {
 
   /// The program has ended while the phone is still on: takes the last look at it.
   void ProgramEnded(int exit_code) { ending_ = Ending{exit_code, phone::Look()}; }
-  /// Carries the running command out after the program has ended; one that makes no sense any more fails.
-  Reply PerformAfterEnd();
+  /// Carries the running command out after the program has ended; one that makes no sense any more fails, and so does
+  /// one that works on the phone's files where they are not at hand.
+  Reply PerformAfterEnd(bool files_at_hand);
 
  private:
   struct Taken {

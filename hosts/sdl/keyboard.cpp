@@ -40,7 +40,7 @@ void GiveTextToWaitingKeys() {
     waiting.push_back(event);
   for (SDL_Event& event : waiting) {
     SDL_PeepEvents(&event, 1, SDL_ADDEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT);
-    if (event.type != SDL_KEYDOWN) continue;
+    if (event.type != SDL_KEYDOWN || event.key.repeat) continue;
     const std::string text = TextOn(event.key.keysym);
     if (text.empty()) continue;
     SDL_Event typed = {};
@@ -68,6 +68,9 @@ void Keyboard::PlaceCaret(const SDL_Rect& caret) {
 }
 
 void Keyboard::Press(const SDL_KeyboardEvent& event) {
+  const SDL_Scancode scancode = event.keysym.scancode;
+  if (!event.repeat) untyped_ = typing_ ? SDL_SCANCODE_UNKNOWN : scancode;
+  repeats_untyped_ = event.repeat && scancode == untyped_;
   // What is being composed has the keys.
   if (!composition_.text.empty()) return;
   PhoneKey key = KeyOf(event.keysym);
@@ -83,6 +86,7 @@ void Keyboard::Press(const SDL_KeyboardEvent& event) {
 
 /// The key that was pressed goes up, whatever it would be by now.
 void Keyboard::Release(const SDL_KeyboardEvent& event) {
+  if (event.keysym.scancode == untyped_) repeats_untyped_ = false;
   const auto held = held_.find(event.keysym.scancode);
   if (held == held_.end()) return;
   phone::ReleaseKey(held->second);
@@ -91,8 +95,9 @@ void Keyboard::Release(const SDL_KeyboardEvent& event) {
 
 void Keyboard::Type(const SDL_TextInputEvent& event) {
   composition_ = {};
-  // What was typed while a field had the focus is too late once it has not.
-  if (!typing_) return;
+  // What was typed while a field had the focus is too late once it has not. A digit that has chosen in a menu is held
+  // on.
+  if (!typing_ || repeats_untyped_) return;
   for (const char16_t unit : phone::ToUtf16(event.text).value_or(std::u16string())) phone::TypeCharacter(unit);
 }
 

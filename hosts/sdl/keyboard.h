@@ -29,7 +29,9 @@ class Keyboard {
   bool typing_ = true;  ///< as SDL begins
   SDL_Rect caret_ = {0, 0, 0, 0};
   Composition composition_;
-  std::map<SDL_Scancode, UINT> held_;  ///< the phone's keys that are down, by those of the keyboard
+  SDL_Scancode untyped_ = SDL_SCANCODE_UNKNOWN;  ///< the key pressed last, when nothing was typed then
+  bool repeats_untyped_ = false;                 ///< whether the text that comes next is a repeat of it
+  std::map<SDL_Scancode, UINT> held_;            ///< the phone's keys that are down, by those of the keyboard
 };
 
 }  // namespace sdl
