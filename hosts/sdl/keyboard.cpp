@@ -33,14 +33,15 @@ std::string TextOn(const SDL_Keysym& key) {
   return phone::ToUtf8Lossy(std::u16string(1, static_cast<char16_t>(character)));
 }
 
-/// Keys that came while nothing was typed have no text with them. Those that still wait get theirs.
-void GiveTextToWaitingKeys() {
+/// Keys that came while nothing was typed have no text with them. Those that still wait get theirs, but for repeats of
+/// the key that is held. What is typed fast looks like repeats, too.
+void GiveTextToWaitingKeys(SDL_Scancode held) {
   std::vector<SDL_Event> waiting;
   for (SDL_Event event; SDL_PeepEvents(&event, 1, SDL_GETEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) == 1;)
     waiting.push_back(event);
   for (SDL_Event& event : waiting) {
     SDL_PeepEvents(&event, 1, SDL_ADDEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT);
-    if (event.type != SDL_KEYDOWN || event.key.repeat) continue;
+    if (event.type != SDL_KEYDOWN || (event.key.repeat && event.key.keysym.scancode == held)) continue;
     const std::string text = TextOn(event.key.keysym);
     if (text.empty()) continue;
     SDL_Event typed = {};
@@ -58,7 +59,7 @@ void Keyboard::SetTyping(bool typing) {
   composition_ = {};
   if (!typing) return SDL_StopTextInput();
   SDL_StartTextInput();
-  GiveTextToWaitingKeys();
+  GiveTextToWaitingKeys(untyped_);
 }
 
 void Keyboard::PlaceCaret(const SDL_Rect& caret) {
