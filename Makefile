@@ -10,11 +10,12 @@ TEST_PACKAGES := libgtest-dev libx11-dev libxtst-dev xvfb xclip
 BENCH_PACKAGES := libbenchmark-dev libx11-dev libxtst-dev xvfb
 FORMAT_PACKAGES := git clang-format
 LINT_PACKAGES := $(FORMAT_PACKAGES) clang-tidy
+SEAM_PACKAGES := git g++-mingw-w64-x86-64-posix
 ARTWORK_PACKAGES := librsvg2-bin netpbm icoutils fonts-dejavu-core
 FUZZ_PACKAGES := clang libclang-rt-dev llvm
 PACKAGE_PACKAGES := dpkg-dev file gzip man-db groff lintian desktop-file-utils appstream
 
-.PHONY: help build run test asan tsan trials fuzz faults bench tour artwork lint format install package clean
+.PHONY: help build run test asan tsan trials fuzz faults bench tour artwork lint seam format install package clean
 
 help: ## list these targets
 	@awk -F ':.*## ' '/^[a-z]+:.*## / { printf "  make %-8s  %s\n", $$1, $$2 }' $(MAKEFILE_LIST)
@@ -82,6 +83,10 @@ lint: build ## formatting and static checks
 	@scripts/install-packages.sh $(LINT_PACKAGES)
 	scripts/check-format.sh
 	git ls-files -- '*.cpp' ':!tests' | xargs -n 4 -P $(JOBS) clang-tidy --quiet -p $(BUILD)
+
+seam: ## compile the program with an independent implementation of the platform's headers
+	@scripts/install-packages.sh $(SEAM_PACKAGES)
+	scripts/check-seam.sh $(BUILD)/seam
 
 format: ## format the sources
 	@scripts/install-packages.sh $(FORMAT_PACKAGES)

@@ -2,7 +2,7 @@
 /// Building paths: of a file in a folder, and beside the program.
 #pragma once
 
-#include <shlobj.h>
+#include <shlwapi.h>
 
 #include "base/text_field.h"
 

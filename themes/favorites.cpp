@@ -1,6 +1,6 @@
 #include "themes/favorites.h"
 
-#include <shlobj.h>
+#include <shlwapi.h>
 
 #include <algorithm>
 #include <cstdio>

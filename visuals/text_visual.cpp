@@ -2,6 +2,8 @@
 
 #include <strsafe.h>
 
+#include <cstdint>
+
 #include "base/status.h"
 
 namespace {

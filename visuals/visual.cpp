@@ -82,20 +82,20 @@ void CVisual::TakeMargins() noexcept {
 void CVisual::LayOut(VisualProperty& position, VisualProperty& size, INT farMargin, AxisAnchors axis) const noexcept {
   const INT origin = position.parent;
   const INT extent = size.parent;
-  const bool near = (anchors & axis.near) != 0;
-  const bool far = (anchors & axis.far) != 0;
+  const bool toNear = (anchors & axis.nearSide) != 0;
+  const bool toFar = (anchors & axis.farSide) != 0;
 
-  if (near) {
+  if (toNear) {
     position.current = origin + position.own;
-  } else if (far) {
+  } else if (toFar) {
     position.current = origin - farMargin - size.own + extent;
   } else {
     position.current = ProportionalPosition(origin, extent, position.percent);
   }
 
-  if (near && far) {
+  if (toNear && toFar) {
     size.current = origin - farMargin - position.current + extent;
-  } else if (!far && (anchors & axis.scale) != 0) {
+  } else if (!toFar && (anchors & axis.scale) != 0) {
     size.current = ScaledSize(extent, size.percent);
   } else {
     size.current = size.own;

@@ -96,10 +96,10 @@ class CVisual {
   VisualProperty visible;  ///< drawn when exactly 1
 
  private:
-  /// The flags of one axis: `near` is left or top, `far` right or bottom.
+  /// The flags of one axis: `nearSide` is left or top, `farSide` right or bottom.
   struct AxisAnchors {
-    DWORD near;
-    DWORD far;
+    DWORD nearSide;
+    DWORD farSide;
     DWORD scale;
   };
   void TakeMargins() noexcept;

@@ -2,7 +2,8 @@
 /// The phone shell library: start-up, soft-key bars, the Back key.
 #pragma once
 
-#include "commctrl.h"
+#include <windows.h>
+#include <commctrl.h>
 
 #define SHCMBM_OVERRIDEKEY 0x0593u    ///< to a soft-key bar: wParam a key, lParam (flags to set << 16) | flags meant
 #define SHMBOF_NODEFAULT 0x00000001u  ///< the shell does not act on the key

@@ -2,7 +2,7 @@
 /// What soft-key bars take over from toolbars.
 #pragma once
 
-#include "windows.h"
+#include <windows.h>
 
 #define TB_SETBUTTONINFO 0x0440u  ///< change a button; wParam its command, lParam a TBBUTTONINFO
 #define TBIF_TEXT 0x00000002u
@@ -15,7 +15,7 @@ struct TBBUTTONINFO {
   BYTE fsState;
   BYTE fsStyle;
   WORD cx;
-  DWORD lParam;
+  DWORD_PTR lParam;
   LPWSTR pszText;
   int cchText;
 };

@@ -2,7 +2,9 @@
 /// The imaging codecs. Every object that a call gives is the caller's to release.
 #pragma once
 
-#include "objbase.h"
+#include <objbase.h>
+
+#include <cstdint>
 
 inline constexpr CLSID CLSID_ImagingFactory = {
     0x327ABDA8, 0x072B, 0x11D3, {0x9D, 0x7B, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};

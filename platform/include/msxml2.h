@@ -2,7 +2,7 @@
 /// The XML document object model. Every object that a call gives is the caller's to release, every BSTR to free.
 #pragma once
 
-#include "oleauto.h"
+#include <oleauto.h>
 
 inline constexpr CLSID CLSID_DOMDocument = {
     0xF6D90F11, 0x9C73, 0x11D3, {0xB3, 0x2E, 0x00, 0xC0, 0x4F, 0x99, 0x0B, 0xB4}};

@@ -2,7 +2,7 @@
 /// The component object model: what the program uses of it.
 #pragma once
 
-#include "windows.h"
+#include <windows.h>
 
 #define STDMETHODCALLTYPE
 #define COINIT_MULTITHREADED 0x0

@@ -2,7 +2,7 @@
 /// Starting programs.
 #pragma once
 
-#include "windows.h"
+#include <windows.h>
 
 struct SHELLEXECUTEINFOW {
   DWORD cbSize;

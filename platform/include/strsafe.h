@@ -2,7 +2,7 @@
 /// Bounded string copies. The destination is always terminated.
 #pragma once
 
-#include "windows.h"
+#include <windows.h>
 
 #define STRSAFE_E_INSUFFICIENT_BUFFER (static_cast<HRESULT>(0x8007007Au))
 #define STRSAFE_E_INVALID_PARAMETER E_INVALIDARG

@@ -4,8 +4,8 @@
 
 #include <cstdio>
 
-#include "windef.h"
-#include "winerror.h"
+#include <windef.h>
+#include <winerror.h>
 
 // --- Errors ---
 
@@ -34,7 +34,7 @@ struct SECURITY_ATTRIBUTES;
 
 /// Starts a thread; with CREATE_SUSPENDED it runs only after ResumeThread. Null on failure. The caller closes the
 /// handle; closing it does not end the thread.
-HANDLE CreateThread(SECURITY_ATTRIBUTES* security, DWORD stack_size, LPTHREAD_START_ROUTINE start, LPVOID parameter,
+HANDLE CreateThread(SECURITY_ATTRIBUTES* security, SIZE_T stack_size, LPTHREAD_START_ROUTINE start, LPVOID parameter,
                     DWORD flags, DWORD* thread_id);
 /// Resumes a suspended thread. Gives the former suspend count, or 0xFFFFFFFF.
 DWORD ResumeThread(HANDLE thread);

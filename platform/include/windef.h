@@ -17,11 +17,11 @@ using USHORT = std::uint16_t;
 using BOOL = std::int32_t;
 using WCHAR = char16_t;
 using LPVOID = void*;
-using LPCVOID = const void*;
 using LPWSTR = WCHAR*;
 using LPCWSTR = const WCHAR*;
-using LPDWORD = DWORD*;
 
+using DWORD_PTR = std::uintptr_t;  ///< as wide as a pointer
+using SIZE_T = std::size_t;
 using WPARAM = std::uintptr_t;
 using LPARAM = std::intptr_t;
 using LRESULT = std::intptr_t;
@@ -35,7 +35,6 @@ using HGDIOBJ = void*;
 #define FALSE 0
 #define WINAPI
 #define CALLBACK
-#define APIENTRY
 #define MAX_PATH 260
 
 #define TEXT_(quoted) u##quoted

@@ -2,15 +2,14 @@
 /// Status codes. An HRESULT is negative for a failure; an error is a positive number of the platform.
 #pragma once
 
-#include "windef.h"
+#include <windef.h>
 
 #define S_OK (static_cast<HRESULT>(0))
 #define S_FALSE (static_cast<HRESULT>(1))
 #define E_NOTIMPL (static_cast<HRESULT>(0x80004001u))
 #define E_NOINTERFACE (static_cast<HRESULT>(0x80004002u))
 #define E_POINTER (static_cast<HRESULT>(0x80004003u))
-#define E_FAIL (static_cast<HRESULT>(0x80004005u))  ///< general failure
-#define E_ACCESSDENIED (static_cast<HRESULT>(0x80070005u))
+#define E_FAIL (static_cast<HRESULT>(0x80004005u))         ///< general failure
 #define E_OUTOFMEMORY (static_cast<HRESULT>(0x8007000Eu))  ///< no memory, or an object that is missing
 #define E_INVALIDARG (static_cast<HRESULT>(0x80070057u))
 #define REGDB_E_CLASSNOTREG (static_cast<HRESULT>(0x80040154u))

@@ -3,7 +3,7 @@
 /// pixels. The calls are for the user-interface thread.
 #pragma once
 
-#include "windef.h"
+#include <windef.h>
 
 #define SRCCOPY 0x00CC0020u
 #define BI_RGB 0u

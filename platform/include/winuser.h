@@ -2,7 +2,7 @@
 /// Windows, messages, focus, message boxes, resources and drawn text.
 #pragma once
 
-#include "wingdi.h"
+#include <wingdi.h>
 
 // --- Messages ---
 

@@ -1,8 +1,9 @@
 /// \file
-/// The path helpers and special folders of shlobj.h.
+/// The path helpers and special folders of shlwapi.h and shlobj.h.
 #include <string_view>
 
 #include "shlobj.h"
+#include "shlwapi.h"
 #include "system/faults.h"
 #include "system/files.h"
 
@@ -31,13 +32,6 @@ BOOL PathRemoveFileSpecW(LPWSTR path) {
   const bool cut = path[length] != u'\0';
   path[length] = u'\0';
   return cut;
-}
-
-void PathStripPathW(LPWSTR path) {
-  if (!path) return;
-  const std::u16string_view element = std::u16string_view(path).substr(LastElement(path));
-  if (element.empty()) return;
-  std::char_traits<char16_t>::move(path, element.data(), element.size() + 1);
 }
 
 void PathRemoveExtensionW(LPWSTR path) {

@@ -124,7 +124,7 @@ void Sleep(DWORD milliseconds) {
   phone::SleepFor(milliseconds);
 }
 
-HANDLE CreateThread(SECURITY_ATTRIBUTES*, DWORD, LPTHREAD_START_ROUTINE start, LPVOID parameter, DWORD flags,
+HANDLE CreateThread(SECURITY_ATTRIBUTES*, SIZE_T, LPTHREAD_START_ROUTINE start, LPVOID parameter, DWORD flags,
                     DWORD* thread_id) {
   if (phone::FaultDue(phone::Operation::CreateThread)) {
     SetLastError(ERROR_NOT_ENOUGH_MEMORY);
