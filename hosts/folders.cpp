@@ -1,11 +1,15 @@
 #include "hosts/folders.h"
 
 #include <fcntl.h>
+#include <strings.h>
 #include <sys/file.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <stdexcept>
+#include <string>
 #include <system_error>
 
 namespace hosts {
@@ -24,6 +28,11 @@ constexpr UserFolderRow kUserFolders[] = {
     {"XDG_STATE_HOME", ".local/state"},
     {"XDG_CONFIG_HOME", ".config"},
 };
+
+/// What the top folder of a phone's file system has, in any case of its letters.
+constexpr const char* kTopOfAPhone[] = {
+    "Application Data", "Documents and Settings", "My Documents", "Program Files", "Storage Card", "Temp", "Windows",
+    "registry.reg"};
 
 /// A folder of the installed data, found from where this executable lies; nothing when it is not installed.
 fs::path Installed(const char* name) {
@@ -109,6 +118,18 @@ fs::path DefaultPhoneFolder() {
   fs::path phone = folder / "phone";
   if (!fs::exists(phone)) CopySamplePhone(phone);
   return phone;
+}
+
+bool IsForeignFolder(const fs::path& folder) {
+  std::error_code error;
+  bool has_files = false;
+  for (fs::directory_iterator at(folder, error); !error && at != fs::directory_iterator(); at.increment(error)) {
+    const std::string name = at->path().filename().string();
+    const auto is_name = [&](const char* known) { return strcasecmp(known, name.c_str()) == 0; };
+    if (std::ranges::any_of(kTopOfAPhone, is_name)) return false;
+    has_files = true;
+  }
+  return has_files;
 }
 
 bool MakePhoneFolder(const fs::path& folder) {

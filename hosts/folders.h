@@ -18,6 +18,9 @@ std::filesystem::path UserFolder(UserFolderKind kind);
 /// Throws std::runtime_error (std::filesystem::filesystem_error included) when it cannot be made.
 std::filesystem::path DefaultPhoneFolder();
 
+/// True for a folder that has files and none of what a phone's has at its top: a mistyped name, most likely.
+bool IsForeignFolder(const std::filesystem::path& folder);
+
 /// Makes an empty phone folder where there is none, as of a name that nobody has used, or has mistyped; true when it
 /// has. Throws std::runtime_error when it cannot.
 bool MakePhoneFolder(const std::filesystem::path& folder);

@@ -21,6 +21,15 @@ struct ScreenImage {
 
 enum class Cursor { none, wait };
 
+enum class Operation : std::uint8_t;
+
+/// What became of something that the program asked the phone to do and of which its screen may say nothing.
+struct Outcome {
+  Operation operation;  ///< of system/faults.h
+  std::string name;     ///< UTF-8: the phone's path, or the value of the registry
+  std::uint32_t error;  ///< of winerror.h; 0: it was done, as is told of documents that are saved
+};
+
 class Host {
  public:
   virtual ~Host() = default;
@@ -51,9 +60,12 @@ class Host {
   virtual void SetClipboardText(std::u16string_view) {}
   /// The main window is going away; what the program still does, waiting for its worker, needs no screen.
   virtual void WindowGone() {}
+  /// The phone has refused something, for a cause of this machine's and not for one that a script asked for, or has
+  /// saved a document. Any thread.
+  virtual void Report(const Outcome&) {}
   /// Opens a document that the program wants shown: `program` is the viewer's path on the phone, `document` the file's
-  /// path on this machine or the web address; a page that is not there is asked for too, so that the host can say so,
-  /// and what leads nowhere on the phone is empty. False when it cannot be opened.
+  /// path on this machine or the web address; a page that is not there is asked for too, and what leads nowhere on the
+  /// phone is empty. False when it cannot be opened, which is reported as well.
   virtual bool OpenDocument(const std::string& program, const std::string& document) = 0;
 };
 

@@ -67,6 +67,7 @@ bool Controls::Take(const SDL_Event& event) {
 void Controls::Opened() {
   overlays_.Opened();
   if (state_.First()) overlays_.IntroduceKeys();
+  TellOfRoom(window_.State().scale);
   Remember();
 }
 
@@ -115,10 +116,15 @@ void Controls::HandleWindow(const SDL_WindowEvent& event) {
 
 void Controls::ChangeScale(int scale) {
   if (window_.IsFullScreen()) return overlays_.Notify("Full screen has the largest scale; F11 leaves it.");
-  const int reached = window_.SetScale(scale);
-  if (scale != kWhatFits && reached < scale)
-    overlays_.Notify("This display has room for scale " + std::to_string(reached) + " at most.");
+  window_.SetScale(scale);
+  TellOfRoom(scale);
   Remember();
+}
+
+void Controls::TellOfRoom(int wanted_scale) {
+  const int reached = window_.Scale();
+  if (wanted_scale != kWhatFits && reached < wanted_scale)
+    overlays_.Notify("This display has room for scale " + std::to_string(reached) + " at most.");
 }
 
 void Controls::TakePicture() {

@@ -52,6 +52,7 @@ class Controls {
   bool TakeScaleKey(const SDL_Keysym& key);
   void HandleWindow(const SDL_WindowEvent& event);
   void ChangeScale(int scale);
+  void TellOfRoom(int wanted_scale);
   void TakePicture();
   void Import(const std::filesystem::path& file);
   void ShowImported(const std::string& name, bool readable);

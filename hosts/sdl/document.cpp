@@ -36,7 +36,7 @@ std::optional<Viewer> Viewer::Open(const std::string& document) {
   if (document.empty() || document.front() == '-') return std::nullopt;
   const int process = Spawn(document);
   if (process < 0) return std::nullopt;
-  return Viewer(process, static_cast<int>(syscall(SYS_pidfd_open, process, 0)));
+  return Viewer(process, static_cast<int>(syscall(SYS_pidfd_open, process, 0)), document);
 }
 
 bool Viewer::Finish() {

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace sdl {
 
@@ -15,14 +16,18 @@ class Viewer {
 
   /// Readable once the viewer has ended; -1 when nobody can tell.
   int descriptor() const { return descriptor_; }
+  /// What it was to show.
+  const std::string& document() const { return document_; }
   /// The viewer has ended: forgets it. True when it says that it has shown the document.
   bool Finish();
 
  private:
-  Viewer(int process, int descriptor) : process_(process), descriptor_(descriptor) {}
+  Viewer(int process, int descriptor, std::string document)
+      : process_(process), descriptor_(descriptor), document_(std::move(document)) {}
 
   int process_;
   int descriptor_;
+  std::string document_;
 };
 
 }  // namespace sdl

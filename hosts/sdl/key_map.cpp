@@ -13,7 +13,7 @@ constexpr KeyMapRow kRows[] = {
     {"Arrows, wheel", "direction pad"},
     {"Enter", "action key"},
     {"F1, F2", "left and right soft key"},
-    {"Esc", "Back"},
+    {"Esc", "Back; in a field, delete"},
     {"Backspace", "Back; in a field, delete"},
     {"Characters", "type in a field; a digit chooses a menu item"},
     {"Home, End, Delete", "move and delete in a field"},

@@ -13,6 +13,7 @@
 #include "hosts/program.h"
 #include "hosts/sdl/command_line.h"
 #include "hosts/sdl/display_loss.h"
+#include "hosts/sdl/folder_question.h"
 #include "hosts/sdl/sdl_host.h"
 
 namespace {
@@ -69,6 +70,8 @@ int RunPhone(const sdl::CommandLine& command_line) {
   std::unique_ptr<sdl::Replay> replay;
   if (!command_line.replay.empty()) replay = std::make_unique<sdl::Replay>(command_line.replay);
   const Video video;
+  if (hosts::IsForeignFolder(options.folder) && !sdl::MayUseForeignFolder(options.folder, wanted))
+    throw std::runtime_error(options.folder.string() + " is no phone folder and stays as it was");
   const bool new_phone = hosts::MakePhoneFolder(options.folder);
   sdl::SdlHost host(wanted, state);
   if (new_phone) host.Notify("The phone folder " + options.folder.string() + " is new and empty.");

@@ -3,15 +3,19 @@
 #include <algorithm>
 #include <iostream>
 
+#include "graphics/text_engine.h"
 #include "hosts/sdl/clipboard.h"
 #include "hosts/sdl/display_loss.h"
 #include "hosts/sdl/input.h"
+#include "hosts/sdl/outcome_words.h"
+#include "system/faults.h"
 #include "system/instance.h"
 
 namespace sdl {
 namespace {
 
-constexpr char kNotOpened[] = "The page cannot be opened.";
+constexpr char kNoFont[] =
+    "This machine has no font that can be used: no text is shown. Install one (fonts-dejavu-core).";
 constexpr char kNoText[] = "The clipboard has no text that can be pasted.";
 constexpr char kNotCopied[] = "The desktop does not take the text.";
 constexpr char kNotDuringReplay[] = "Files are taken when the replay has ended (Esc ends it).";
@@ -54,6 +58,7 @@ void SdlHost::Play(std::unique_ptr<Replay> replay) {
 
 void SdlHost::WaitForInput(bool waiting_for_frame) {
   if (!std::exchange(begun_, true)) timeline_.Begin();
+  TellOutcomes();
   if (failure_.empty()) {
     if (phone::LetThreadsRun()) return;
     timeline_.Settle();
@@ -67,6 +72,35 @@ void SdlHost::WaitForInput(bool waiting_for_frame) {
   }
   timeline_.WriteInput();
   if (const std::string failure = timeline_.TakeFailure(); !failure.empty()) controls_.Notify(failure);
+}
+
+/// The program looks into the registry on this thread to mark the layout in use, and expects that there may be none;
+/// on another one it applies a layout.
+void SdlHost::Report(const phone::Outcome& outcome) {
+  const bool expected =
+      outcome.operation == phone::Operation::RegistryGetString && std::this_thread::get_id() == ui_thread_;
+  std::string words = expected ? std::string() : WordsFor(outcome);
+  if (words.empty()) return;
+  {
+    const std::lock_guard lock(outcomes_mutex_);
+    outcomes_.push_back(std::move(words));
+  }
+  Wake();
+}
+
+/// The window's title tells it, which the desktop draws, and the display's own box where it has one.
+void SdlHost::TellMissingFont() {
+  controls_.Notify(kNoFont);
+  SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_WARNING, "Quillmark", kNoFont, window_.handle());
+}
+
+void SdlHost::TellOutcomes() {
+  std::vector<std::string> words;
+  {
+    const std::lock_guard lock(outcomes_mutex_);
+    words.swap(outcomes_);
+  }
+  for (const std::string& each : words) controls_.Notify(each);
 }
 
 /// One thing happens in a turn, so that a script can do one after the other as well.
@@ -135,6 +169,7 @@ void SdlHost::Present(const phone::ScreenImage& screen) {
   } else if (first) {
     SurviveDisplayLoss(window_.handle());
     controls_.Opened();
+    if (!phone::HasUsableFont()) TellMissingFont();
   }
   NoticeLoss();
 }
@@ -165,10 +200,7 @@ bool SdlHost::OpenDocument(const std::string&, const std::string& document) {
   // What a recording opened is not opened again.
   if (replay_) return true;
   const std::optional<Viewer> viewer = Viewer::Open(document);
-  if (!viewer) {
-    controls_.Notify(kNotOpened);
-    return false;
-  }
+  if (!viewer) return false;
   viewers_.push_back(*viewer);
   watcher_.Watch(viewer->descriptor());
   return true;
@@ -262,9 +294,10 @@ void SdlHost::HandleReadable(int descriptor) {
   const auto viewer = std::find_if(viewers_.begin(), viewers_.end(),
                                    [&](const Viewer& candidate) { return candidate.descriptor() == descriptor; });
   if (viewer == viewers_.end()) return;
+  const std::string document = viewer->document();
   const bool shown = viewer->Finish();
   viewers_.erase(viewer);
-  if (!shown) controls_.Notify(kNotOpened);
+  if (!shown) controls_.Notify("The page " + document + " cannot be opened (xdg-open).");
 }
 
 void SdlHost::ComeBack() {

@@ -7,8 +7,10 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -52,9 +54,12 @@ class SdlHost : public phone::Host {
   std::u16string ClipboardText() override;
   void SetClipboardText(std::u16string_view text) override;
   void WindowGone() override;
+  void Report(const phone::Outcome& outcome) override;
   bool OpenDocument(const std::string& program, const std::string& document) override;
 
  private:
+  void TellOutcomes();
+  void TellMissingFont();
   void TakeTurn(bool waiting_for_frame);
   void PlayOn();
   void EndReplay();
@@ -82,6 +87,9 @@ class SdlHost : public phone::Host {
   bool away_ = false;                     ///< the program has left the foreground
   int watched_start_ = -1;                ///< the descriptor that tells of a second start, while it is watched
   std::string failure_;
+  const std::thread::id ui_thread_ = std::this_thread::get_id();
+  std::mutex outcomes_mutex_;
+  std::vector<std::string> outcomes_;  ///< in words, not told yet
 };
 
 }  // namespace sdl

@@ -41,6 +41,9 @@ constexpr char kFontRules[] = R"(<?xml version="1.0"?>
 </fontconfig>
 )";
 
+constexpr char16_t kProgramFace[] = u"Verdana";
+constexpr int kUsualHeight = 16;  // px
+
 struct ObjectRelease {
   void operator()(void* object) const noexcept { g_object_unref(object); }
 };
@@ -161,6 +164,10 @@ void DescriptionRelease::operator()(PangoFontDescription* description) const noe
 
 void StartTextEngine() {
   MakingEngine();
+}
+
+bool HasUsableFont() {
+  return static_cast<bool>(FindFace(kProgramFace, kUsualHeight, false));
 }
 
 Ref<Face> FindFace(std::u16string_view name, int height, bool bold) {

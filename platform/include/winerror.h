@@ -34,6 +34,7 @@
 #define ERROR_INVALID_NAME 123u
 #define ERROR_ALREADY_EXISTS 183u
 #define ERROR_FILENAME_EXCED_RANGE 206u
+#define ERROR_NO_ASSOCIATION 1155u
 
 /// The HRESULT of an error of the platform: 0x80070000 with the error's low 16 bits; zero and negative values as they
 /// are.

@@ -9,6 +9,7 @@
 #include <new>
 
 #include "system/faults.h"
+#include "system/outside.h"
 #include "system/replacement.h"
 #include "system/text.h"
 #include "system/volume.h"
@@ -135,6 +136,10 @@ BOOL DeleteFileW(LPCWSTR path) {
 }
 
 BOOL CreateDirectoryW(LPCWSTR path, SECURITY_ATTRIBUTES*) {
-  return phone::Reported(phone::Operation::CreateDirectoryW,
-                         [path] { return path ? phone::MakeFolder(path) : ERROR_INVALID_PARAMETER; });
+  return phone::Reported(phone::Operation::CreateDirectoryW, [path] {
+    const DWORD error = path ? phone::MakeFolder(path) : ERROR_INVALID_PARAMETER;
+    const bool told = path && error != ERROR_SUCCESS && error != ERROR_ALREADY_EXISTS;
+    if (told) phone::ReportOutcome(phone::Operation::CreateDirectoryW, path, error);
+    return error;
+  });
 }

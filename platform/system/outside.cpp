@@ -4,6 +4,8 @@
 #include <mutex>
 #include <stdexcept>
 
+#include "system/text.h"
+
 namespace phone {
 
 namespace {
@@ -53,6 +55,15 @@ void ResetOutside(Host& host) {
 void LeaveHost() {
   last_tick = CurrentTick();
   current_host = nullptr;
+}
+
+void ReportOutcome(Operation operation, std::u16string_view name, DWORD error) noexcept {
+  if (error == ERROR_GEN_FAILURE) return;
+  try {
+    if (Host* const host = current_host) host->Report({operation, ToUtf8Lossy(name), error});
+  } catch (...) {
+    // Nothing is left to say it with.
+  }
 }
 
 void RecordBroadcast(const Broadcast& broadcast) {

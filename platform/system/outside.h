@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "phone.h"
+#include "system/faults.h"
 
 namespace phone {
 
@@ -21,6 +23,9 @@ std::uint32_t CurrentTick();
 void ResetOutside(Host& host);
 /// Lets go of the host; called when a run ends and its other threads have.
 void LeaveHost();
+
+/// Tells the host of an outcome. What a script made fail (ERROR_GEN_FAILURE) is nothing to tell. Any thread.
+void ReportOutcome(Operation operation, std::u16string_view name, DWORD error) noexcept;
 
 void RecordBroadcast(const Broadcast& broadcast);
 void RecordLaunch(const Launch& launch);

@@ -107,7 +107,10 @@ std::u16string_view NameOf(LPCWSTR value) {
 
 HRESULT GetString(LPCWSTR key, LPCWSTR value, LPWSTR text, UINT size) {
   const auto found = RegistryGet(std::u16string(key), std::u16string(NameOf(value)));
-  if (!found) return HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND);
+  if (!found) {
+    ReportOutcome(Operation::RegistryGetString, NameOf(value), ERROR_FILE_NOT_FOUND);
+    return HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND);
+  }
   const std::size_t length = CutLength(*found, size - 1);
   found->copy(text, length);
   text[length] = u'\0';
@@ -116,8 +119,10 @@ HRESULT GetString(LPCWSTR key, LPCWSTR value, LPWSTR text, UINT size) {
 
 HRESULT SetString(LPCWSTR key, LPCWSTR value, LPCWSTR text) {
   RegistryWrite write{CurrentTick(), key, std::u16string(NameOf(value)), text};
-  if (const DWORD error = SetValue(Writer::program, write.key, write.value, write.text))
+  if (const DWORD error = SetValue(Writer::program, write.key, write.value, write.text)) {
+    ReportOutcome(Operation::RegistrySetString, write.value, error);
     return HRESULT_FROM_WIN32(error);
+  }
   RecordRegistryWrite(write);
   return S_OK;
 }

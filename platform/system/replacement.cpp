@@ -52,7 +52,7 @@ DWORD FileReplacement::MakeTemporary(mode_t mode) {
 
 DWORD FileReplacement::Commit(Writer writer) {
   if (fsync(file_.get()) != 0) return ErrorOf(errno, ERROR_WRITE_FAULT);
-  if (writer == Writer::program && FaultDue(Operation::rename)) return ERROR_WRITE_FAULT;
+  if (writer == Writer::program && FaultDue(Operation::rename)) return ERROR_GEN_FAILURE;
   if (renameat(folder_.get(), temporary_.c_str(), folder_.get(), target_.c_str()) != 0)
     return ErrorOf(errno, ERROR_WRITE_FAULT);
   temporary_.clear();

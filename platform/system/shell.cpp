@@ -31,8 +31,11 @@ bool Launch(const SHELLEXECUTEINFOW& info) {
   const std::u16string_view parameters = info.lpParameters ? info.lpParameters : u"";
   phone::RecordLaunch({std::u16string(info.lpFile), std::u16string(parameters)});
   const Document document = DocumentOf(parameters);
-  // The host is asked for a page that is not there too: it may want to say so.
-  return phone::CurrentHost().OpenDocument(phone::ToUtf8Lossy(info.lpFile), document.location) && document.is_there;
+  const bool opened = phone::CurrentHost().OpenDocument(phone::ToUtf8Lossy(info.lpFile), document.location);
+  if (opened && document.is_there) return true;
+  const DWORD error = document.is_there ? ERROR_NO_ASSOCIATION : ERROR_FILE_NOT_FOUND;
+  phone::ReportOutcome(phone::Operation::ShellExecuteEx, parameters, error);
+  return false;
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "system/faults.h"
+#include "system/outside.h"
 #include "system/replacement.h"
 #include "system/volume.h"
 #include "windows.h"
@@ -27,7 +28,8 @@ struct Stream {
   UniqueFd file;                ///< of a stream for reading
   FileReplacement replacement;  ///< of a stream for writing
   bool writes = false;
-  bool write_failed = false;
+  DWORD error = ERROR_SUCCESS;  ///< of the first write that failed
+  std::u16string path;
   FILE* handle = nullptr;  ///< what the program knows it by
 
   int fd() const noexcept { return writes ? replacement.fd() : file.get(); }
@@ -55,12 +57,12 @@ ssize_t ReadStream(void* cookie, char* data, std::size_t size) {
 ssize_t WriteStream(void* cookie, const char* data, std::size_t size) {
   Stream& stream = StreamOf(cookie);
   if (FaultDue(Operation::fwrite)) {
-    stream.write_failed = true;
+    stream.error = ERROR_GEN_FAILURE;
     errno = ENOSPC;
     return 0;
   }
   const std::size_t count = WriteFully(stream.fd(), data, size);
-  if (count < size) stream.write_failed = true;
+  if (count < size && stream.error == ERROR_SUCCESS) stream.error = ErrorOf(errno, ERROR_WRITE_FAULT);
   return static_cast<ssize_t>(count);
 }
 
@@ -77,15 +79,18 @@ int CloseStream(void* cookie) {
     const std::lock_guard lock(open_streams_mutex);
     std::erase(open_streams, stream->handle);
   }
-  bool failed = FaultDue(Operation::fclose) || stream->write_failed;
-  if (stream->writes && !failed) failed = stream->replacement.Commit(Writer::program) != ERROR_SUCCESS;
-  if (failed) errno = EIO;
-  return failed ? EOF : 0;
+  DWORD error = FaultDue(Operation::fclose) ? ERROR_GEN_FAILURE : stream->error;
+  if (stream->writes && error == ERROR_SUCCESS) error = stream->replacement.Commit(Writer::program);
+  if (error == ERROR_SUCCESS) return 0;
+  ReportOutcome(Operation::fclose, stream->path, error);
+  errno = EIO;
+  return EOF;
 }
 
 DWORD OpenStream(std::u16string_view path, bool writes, FILE*& file) {
   auto stream = std::make_unique<Stream>();
   stream->writes = writes;
+  stream->path = path;
   const DWORD error = writes ? stream->replacement.Begin(path) : OpenForReading(path, stream->file);
   if (error != ERROR_SUCCESS) return error;
   const std::lock_guard lock(open_streams_mutex);
@@ -101,10 +106,18 @@ DWORD OpenStream(std::u16string_view path, bool writes, FILE*& file) {
 }
 
 /// For the modes that there are; line ends are never translated, which "b" asks for.
-DWORD OpenStreamAs(std::u16string_view path, std::u16string_view mode, FILE*& file) {
+DWORD OpenStreamOfMode(std::u16string_view path, std::u16string_view mode, FILE*& file) {
   if (mode == u"r" || mode == u"rb") return OpenStream(path, false, file);
   if (mode == u"w+" || mode == u"w+b" || mode == u"wb+") return OpenStream(path, true, file);
   return ERROR_INVALID_PARAMETER;
+}
+
+DWORD OpenStreamAs(std::u16string_view path, std::u16string_view mode, FILE*& file) {
+  const DWORD error = OpenStreamOfMode(path, mode, file);
+  // Who reads may only want to know whether the file is there.
+  const bool told = error != ERROR_SUCCESS && (mode.front() == u'w' || error == ERROR_ACCESS_DENIED);
+  if (told) ReportOutcome(Operation::_wfopen, path, error);
+  return error;
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 
 #include "system/faults.h"
 #include "system/files.h"
+#include "system/outside.h"
 #include "system/text.h"
 #include "xml/addresses.h"
 #include "xml/append.h"
@@ -95,8 +96,10 @@ class Document final : public NodeObject<IXMLDOMDocument> {
       if (!xmlDocGetRootElement(tree()->document())) return E_FAIL;
       const std::string_view encoding = EncodingOf(tree());
       const auto bytes = Encode(DocumentPieces(tree()), encoding);
-      if (!bytes || !CanBeRead(tree(), encoding, *bytes)) return E_FAIL;
-      return HRESULT_FROM_WIN32(WriteWholeFile(*path, *bytes, Writer::program));
+      const bool writable = bytes && CanBeRead(tree(), encoding, *bytes);
+      const DWORD error = writable ? WriteWholeFile(*path, *bytes, Writer::program) : ERROR_INVALID_DATA;
+      ReportOutcome(Operation::save, *path, error);
+      return writable ? HRESULT_FROM_WIN32(error) : E_FAIL;
     });
   }
 

@@ -89,6 +89,7 @@ TEST_F(DesktopTest, KeysAndClicksEditAndSaveALayoutAsTheScriptDoes) {
       {Act::key, "Down", {"key down"}},
       {Act::key, "Control_L+a", {"key ctrl+a"}},
       {Act::key, "Control_L+v", {"key ctrl+v"}},
+      {Act::type, ".home.xml", {"type .home.xml"}},
       {Act::click, "the first field", {"click 40 92"}, 40, 92},
       {Act::key, "BackSpace", {"key back"}},
       {Act::key, "F1", {"softkey left"}},
