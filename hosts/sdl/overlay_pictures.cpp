@@ -16,6 +16,8 @@ using phone::LineStyle;
 using phone::Surface;
 
 constexpr char16_t kKeyMapTitle[] = u"Keys";
+/// Paths and long names are broken behind these.
+constexpr char16_t kWordBreaks[] = u"/\\-_.";
 
 // Text is to be read at any scale, and not to fill the window at a large one.
 constexpr int kSmallestText = 8;  // px
@@ -41,7 +43,8 @@ struct Measures {
 };
 
 std::vector<std::u16string_view> Wrap(std::u16string_view text, int width, const LineStyle& style) {
-  return phone::WrapText(text, width, [&](std::u16string_view line) { return phone::MeasureLine(line, style); });
+  return phone::WrapText(
+      text, width, [&](std::u16string_view line) { return phone::MeasureLine(line, style); }, kWordBreaks);
 }
 
 void DrawLines(Surface& target, const RECT& area, const std::vector<std::u16string_view>& lines,

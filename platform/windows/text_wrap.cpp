@@ -24,14 +24,21 @@ std::size_t FittingLength(std::u16string_view line, int width, const Measure& me
   return one > 0 ? one : std::min<std::size_t>(2, line.size());
 }
 
-void WrapLine(std::u16string_view line, int width, const Measure& measure, std::vector<std::u16string_view>& lines) {
+/// Where a word of which so many units fit is broken.
+std::size_t BreakInWord(std::u16string_view word, std::size_t fits, std::u16string_view word_breaks) {
+  const std::size_t last = word.find_last_of(word_breaks, fits - 1);
+  return last != std::u16string_view::npos && last > 0 ? last + 1 : fits;
+}
+
+void WrapLine(std::u16string_view line, int width, const Measure& measure, std::u16string_view word_breaks,
+              std::vector<std::u16string_view>& lines) {
   while (measure(line) > width) {
     const std::size_t fits = FittingLength(line, width, measure);
     if (fits >= line.size()) break;
     // A blank right behind what fits ends the line as well as one inside it.
     const std::size_t blank = line.rfind(u' ', fits);
     const bool at_blank = blank != std::u16string_view::npos && blank > 0;
-    const std::size_t end = at_blank ? blank : fits;
+    const std::size_t end = at_blank ? blank : BreakInWord(line, fits, word_breaks);
     lines.push_back(line.substr(0, end));
     line.remove_prefix(at_blank ? end + 1 : end);
   }
@@ -40,13 +47,14 @@ void WrapLine(std::u16string_view line, int width, const Measure& measure, std::
 
 }  // namespace
 
-std::vector<std::u16string_view> WrapText(std::u16string_view text, int width, const Measure& measure) {
+std::vector<std::u16string_view> WrapText(std::u16string_view text, int width, const Measure& measure,
+                                          std::u16string_view word_breaks) {
   std::vector<std::u16string_view> lines;
   while (true) {
     const std::size_t end = text.find(u'\n');
     std::u16string_view line = text.substr(0, end);
     if (!line.empty() && line.back() == u'\r') line.remove_suffix(1);
-    WrapLine(line, width, measure, lines);
+    WrapLine(line, width, measure, word_breaks, lines);
     if (end == std::u16string_view::npos) return lines;
     text.remove_prefix(end + 1);
   }
